@@ -1,0 +1,26 @@
+# What every target of the project shares: the warnings, the sanitizers and the include root.
+
+add_library(vintrace_common INTERFACE)
+target_include_directories(vintrace_common INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(vintrace_common INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Werror)
+if(VINTRACE_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(vintrace_common INTERFACE ${sanitizers})
+  target_link_options(vintrace_common INTERFACE ${sanitizers})
+endif()
+
+# vintrace_library(NAME SOURCES file… [LINKS target…]): a folder of src/ as a static library.
+function(vintrace_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC vintrace_common ${arg_LINKS})
+endfunction()
+
+# vintrace_executable(NAME SOURCES file… [LINKS target…])
+function(vintrace_executable name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE vintrace_common ${arg_LINKS})
+endfunction()

@@ -1,0 +1,51 @@
+# shellcheck shell=bash disable=SC2034
+# Sourced: makes sure that Debian packages are installed.
+
+# What the programs need to be built and run, what the tests need beyond it, and what only the checks
+# of the code itself need.
+BUILD_PACKAGES=(cmake g++ ninja-build qt6-base-dev fonts-ipaexfont-gothic xdg-utils)
+TEST_PACKAGES=(libgtest-dev imagemagick openbox strace x11-utils xdotool xvfb)
+BENCH_PACKAGES=(libbenchmark-dev libxcb1-dev time)
+CHECK_PACKAGES=(clang-format clang-tidy shellcheck)
+
+missing_packages() {
+  local package
+  for package in "$@"; do
+    [ "$(dpkg-query --show --showformat '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+      echo "$package"
+  done
+}
+
+# need_packages PACKAGE…: installs those that are missing, as root or with sudo. Where that can't be
+# done, it names them and ends the script.
+need_packages() {
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    need_commands
+    return
+  fi
+  local missing as_root=()
+  mapfile -t missing < <(missing_packages "$@")
+  [ ${#missing[@]} -gt 0 ] || return 0
+  if [ "$(id -u)" != 0 ]; then
+    command -v sudo >/dev/null || stop "please install, as root: apt-get install ${missing[*]}"
+    as_root=(sudo)
+  fi
+  echo "Installing ${missing[*]}" >&2
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update --quiet --quiet >&2
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install --yes --quiet --quiet \
+    --no-install-recommends "${missing[@]}" >&2
+}
+
+# On a system without Debian's packages: goes on when the tools of the build are there.
+need_commands() {
+  local command
+  for command in cmake ninja c++; do
+    command -v "$command" >/dev/null || stop "this system has no apt-get. Needed are CMake 3.25, Ninja," \
+      "a C++20 compiler, Qt 6.4 with its Widgets and a Japanese font; for the tests GoogleTest too."
+  done
+}
+
+stop() {
+  echo "${0##*/}: $*" >&2
+  exit 1
+}

@@ -1,0 +1,97 @@
+#include "inspection/BuildScan.h"
+
+#include <utility>
+
+#include "inspection/ByteString.h"
+#include "platform/BinaryStream.h"
+
+namespace vintrace::inspection {
+namespace {
+
+constexpr std::uint64_t FirstBlockOffset = 40960;
+constexpr std::uint64_t BlockStride = 4096;
+constexpr std::size_t BlockSize = 6144;
+
+// Slices of the UTF-16 text 不明なユ: its first seven bytes in big-endian order, and its second to
+// eighth in little-endian order.
+constexpr std::string_view MarkerLittle = "\x4E\x0E\x66\x6A\x30\xE6\x30";
+constexpr std::string_view MarkerBig = "\x4E\x0D\x66\x0E\x30\x6A\x30";
+
+// The 16-bit value 0x4009 before a major version of one digit. Before one of two digits, its first
+// byte is part of a wider number, and 0x40 alone is left in either order.
+constexpr std::string_view LeadLittle = "\x09\x40";
+constexpr std::string_view LeadBig = "\x40\x09";
+constexpr std::string_view LeadOfTwoDigits = "\x40";
+
+std::string_view DelimiterLead(DocumentByteOrder order, std::string_view buildPrefix) {
+  constexpr std::int64_t OneDigitAndPoint = 2;
+  if (LenB(buildPrefix) > OneDigitAndPoint) return LeadOfTwoDigits;
+  return order == DocumentByteOrder::Big ? LeadBig : LeadLittle;
+}
+
+bool Holds(std::string_view block, std::string_view needle) { return InStrB(0, block, needle) > 0; }
+
+/// The first block for which `satisfies` holds, else the one whose read reached the end of the
+/// file.
+template <class Predicate>
+String FinalBlock(const FolderItem& item, Predicate satisfies) {
+  BinaryStream stream = BinaryStream::Open(item);
+  for (std::uint64_t offset = FirstBlockOffset;; offset += BlockStride) {
+    stream.SetPosition(offset);
+    String block = stream.Read(BlockSize);
+    if (satisfies(block) || stream.AtEOF()) return block;
+  }
+}
+
+ScanResult ResultOf(ScanKind kind, String block, const BuildPattern& pattern) {
+  const std::int64_t count = CountFieldsB(block, pattern.delimiter);
+  return {kind, std::move(block), count};
+}
+
+}  // namespace
+
+BuildPattern PatternOf(DocumentByteOrder order, std::string_view buildPrefix) {
+  return {.marker = String(order == DocumentByteOrder::Big ? MarkerBig : MarkerLittle),
+          .delimiter = String(DelimiterLead(order, buildPrefix)).append(buildPrefix)};
+}
+
+ScanResult MarkerScan(const FolderItem& item, const BuildPattern& pattern) {
+  String block = FinalBlock(item, [&](std::string_view candidate) {
+    return Holds(candidate, pattern.marker) && Holds(candidate, pattern.delimiter);
+  });
+  return ResultOf(ScanKind::MarkerScan, std::move(block), pattern);
+}
+
+ScanResult DelimiterScan(const FolderItem& item, const BuildPattern& pattern) {
+  String block = FinalBlock(
+      item, [&](std::string_view candidate) { return Holds(candidate, pattern.delimiter); });
+  return ResultOf(ScanKind::DelimiterScan, std::move(block), pattern);
+}
+
+ScanResult ScanForBuild(const FolderItem& item, const BuildPattern& pattern) {
+  ScanResult scan = MarkerScan(item, pattern);
+  const bool dataWithoutDelimiter = scan.count == 1;
+  return dataWithoutDelimiter ? DelimiterScan(item, pattern) : scan;
+}
+
+String CutBuildText(const ScanResult& scan, const BuildPattern& pattern,
+                    std::string_view buildPrefix) {
+  const std::string_view field = NthFieldB(scan.block, pattern.delimiter, scan.count);
+  const std::int64_t length = BeginsWithDigit(MidB(field, 7, 1)) ? 7 : 6;
+  return String(buildPrefix).append(LeftB(field, length));
+}
+
+void ReportBuild(const ScanResult& scan, const BuildPattern& pattern, std::string_view buildPrefix,
+                 InspectionReport& report) {
+  if (scan.kind == ScanKind::MarkerScan && scan.count < 1) {
+    report.SetBuildText(String(UnknownText));
+    return;
+  }
+  report.SetBuildText(CutBuildText(scan, pattern, buildPrefix));
+  if (TextEquals(MidB(report.BuildText(), 3, 1), "5")) {
+    report.SetPicture(RowOfCS55().picture);
+    report.SetProductText(String(RowOfCS55().productText));
+  }
+}
+
+}  // namespace vintrace::inspection

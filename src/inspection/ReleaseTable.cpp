@@ -1,0 +1,67 @@
+#include "inspection/ReleaseTable.h"
+
+#include <algorithm>
+#include <array>
+
+#include "inspection/ByteString.h"
+
+namespace vintrace::inspection {
+namespace {
+
+constexpr std::array<VersionRow, 12> Releases{{
+    {3, "Adobe InDesign CS", pictures::cs, "3."},
+    {4, "Adobe InDesign CS2", pictures::cs2, "4."},
+    {5, "Adobe InDesign CS3", pictures::cs3, "5."},
+    {6, "Adobe InDesign CS4", pictures::cs4, "6."},
+    {7, "Adobe InDesign CS5", pictures::cs5, "7."},
+    {8, "Adobe InDesign CS6", pictures::cs6, "8."},
+    {9, "Adobe InDesign CC", pictures::cc, "9."},
+    {10, "Adobe InDesign CC 2014", pictures::cc2014, "10."},
+    {11, "Adobe InDesign CC 2015", pictures::cc2015, "11."},
+    {12, "Adobe InDesign CC 2017", pictures::cc2017, "12."},
+    {13, "Adobe InDesign CC 2018", pictures::cc2018, "13."},
+    {14, "Adobe InDesign CC 2019", pictures::cc2019, "14."},
+}};
+
+constexpr VersionRow CS55{7, "Adobe InDesign CS5.5", pictures::cs55, "7."};
+
+constexpr std::int64_t ByteOrderPosition = 25;
+constexpr std::uint8_t BigEndianFlag = 2;
+constexpr std::int64_t VersionPositionLittle = 30;
+constexpr std::int64_t VersionPositionBig = 33;
+constexpr std::int64_t MinorVersionPosition = 34;
+constexpr std::uint8_t MinorVersionOfCS55 = 5;
+
+}  // namespace
+
+DocumentByteOrder HeaderBlock::ByteOrder() const {
+  return TextEquals(MidB(bytes_, ByteOrderPosition, 1), ChrB(BigEndianFlag))
+             ? DocumentByteOrder::Big
+             : DocumentByteOrder::Little;
+}
+
+std::string_view HeaderBlock::VersionByte() const {
+  const bool big = ByteOrder() == DocumentByteOrder::Big;
+  return MidB(bytes_, big ? VersionPositionBig : VersionPositionLittle, 1);
+}
+
+const VersionRow* HeaderBlock::Row() const {
+  const auto row = std::ranges::find_if(Releases, [&](const VersionRow& r) {
+    return TextEquals(VersionByte(), ChrB(r.versionByte));
+  });
+  if (row == Releases.end()) return nullptr;
+  const auto minorVersion = MidB(bytes_, MinorVersionPosition, 1);
+  const bool isCS55 =
+      row->versionByte == CS55.versionByte && TextEquals(minorVersion, ChrB(MinorVersionOfCS55));
+  return isCS55 ? &CS55 : &*row;
+}
+
+const VersionRow& RowOfCS55() { return CS55; }
+
+String OutOfTableText(std::int64_t version) {
+  if (version < Releases.front().versionByte) return "InDesign CSより下位";
+  if (version > Releases.back().versionByte) return "Ver." + Str(version) + " CC2019より新しい";
+  return "バージョン不明";
+}
+
+}  // namespace vintrace::inspection

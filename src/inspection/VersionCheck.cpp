@@ -1,0 +1,48 @@
+#include "inspection/VersionCheck.h"
+
+#include "inspection/BuildScan.h"
+#include "inspection/ByteString.h"
+#include "inspection/Edition.h"
+#include "inspection/ReleaseTable.h"
+#include "platform/BinaryStream.h"
+
+namespace vintrace::inspection {
+namespace {
+
+HeaderBlock ReadHeader(const FolderItem& item) {
+  return HeaderBlock(BinaryStream::Open(item).Read(HeaderBlock::Size));
+}
+
+void ReportOutOfTable(const HeaderBlock& header, InspectionReport& report) {
+  report.SetPicture(pictures::und);
+  report.SetProductText(OutOfTableText(Asc(header.VersionByte())));
+  report.SetEditionText("");
+  report.SetOpenable(false);
+}
+
+void ReportRelease(const FolderItem& item, DocumentByteOrder order, const VersionRow& row,
+                   InspectionReport& report) {
+  report.SetPicture(row.picture);
+  report.SetProductText(String(row.productText));
+  const BuildPattern pattern = PatternOf(order, row.buildPrefix);
+  const ScanResult scan = ScanForBuild(item, pattern);
+  ReportBuild(scan, pattern, row.buildPrefix, report);
+  report.SetEditionText(EditionText(scan, pattern, order, row.buildPrefix));
+}
+
+}  // namespace
+
+bool IsDocumentName(std::string_view name) { return TextEquals(RightB(name, 5), ".indd"); }
+
+void VersionCheck(const FolderItem& item, InspectionReport& report) {
+  report.SetDocumentName(item.Name());
+  report.SetDocument(item);
+  const HeaderBlock header = ReadHeader(item);
+  if (const VersionRow* row = header.Row()) {
+    ReportRelease(item, header.ByteOrder(), *row, report);
+  } else {
+    ReportOutOfTable(header, report);
+  }
+}
+
+}  // namespace vintrace::inspection

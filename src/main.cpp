@@ -1,0 +1,10 @@
+#include "platform/qt/QtHost.h"
+#include "resources/Pictures.h"
+#include "shell/Startup.h"
+
+int main(int argc, char* argv[]) {
+  vintrace::qt::QtHost host(argc, argv);
+  host.SetIcon(*vintrace::pictures::icon48());
+  vintrace::_Main();
+  return host.ExitStatus();
+}

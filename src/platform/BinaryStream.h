@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "platform/FolderItem.h"
+#include "platform/String.h"
+
+namespace vintrace {
+
+/// The read-only stream of a file's bytes. It owns the open file and closes itself at the latest
+/// when it is destroyed. Every failure raises `IOException`; the stream can still be closed after
+/// one.
+class BinaryStream {
+ public:
+  /// Opens the file of `item` at Position 0. Never waits: what isn't a regular file (a folder,
+  /// FIFO, socket or device) raises `IOException` at once, as does a file that can't be opened. A
+  /// nil item raises `NilObjectException`.
+  static BinaryStream Open(const std::optional<FolderItem>& item);
+
+  BinaryStream(BinaryStream&& other) noexcept;
+  BinaryStream(const BinaryStream&) = delete;
+  BinaryStream& operator=(BinaryStream&&) = delete;
+  BinaryStream& operator=(const BinaryStream&) = delete;
+  ~BinaryStream();
+
+  /// Sets the 0-based offset of the next read. An offset past the end of the file is accepted.
+  void SetPosition(std::uint64_t position) { position_ = position; }
+  std::uint64_t Position() const { return position_; }
+
+  /// Up to `count` bytes from Position, which moves on by as many. Fewer come only at the end of
+  /// the file, none behind it; that is no error.
+  String Read(std::size_t count);
+
+  /// True when Position has reached the end of the file, as long as the file is at this moment.
+  bool AtEOF() const;
+
+  /// Closes the file. No operation but `Close` may follow.
+  void Close() noexcept;
+
+ private:
+  explicit BinaryStream(int descriptor) : descriptor_(descriptor) {}
+
+  int descriptor_;
+  std::uint64_t position_ = 0;
+};
+
+}  // namespace vintrace

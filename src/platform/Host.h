@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "platform/Application.h"
+#include "platform/FileRequest.h"
+#include "platform/FolderItem.h"
+#include "platform/String.h"
+#include "platform/WindowList.h"
+
+namespace vintrace {
+
+class RectControl;
+class Window;
+
+/// The desktop, as far as the program asks it for something. The windows, controls and the
+/// application hold their own state and raise their own events; a host shows them and tells them
+/// what happened. There is one host at a time, and it outlives the windows and the application that
+/// it holds. Everything happens on the main thread.
+class Host {
+ public:
+  /// The new object becomes the current host.
+  Host();
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+  virtual ~Host();
+
+  static Host& Current();
+
+  /// The open windows.
+  WindowList& Windows() { return windows_; }
+
+  /// Makes `application` the application object, for the life of the host.
+  void _RuntimeRegisterAppObject(std::unique_ptr<vintrace::Application> application);
+  /// The application object. Raises `NilObjectException` before there is one.
+  vintrace::Application& Application() const;
+
+  /// Brings `window`, which is complete, onto the screen and to the front. It may come up as late
+  /// as the end of the handler that is running.
+  virtual void Show(Window& window) = 0;
+  /// A property of a window that is shown, or of a control in one, has changed.
+  virtual void Changed(Window& window) = 0;
+  virtual void Changed(RectControl& control) = 0;
+  /// `window` is closed: it leaves the screen, and the host raises nothing in it from now on.
+  virtual void Closed(Window& window) = 0;
+
+  /// Shows `text`, UTF-8 of one or more lines, in a box and returns when the user has dismissed it.
+  /// No document is handed over meanwhile.
+  virtual void ShowMessage(const String& text) = 0;
+  /// Asks the user for an item and returns it, or nil on cancel. No document is handed over
+  /// meanwhile.
+  virtual std::optional<FolderItem> AskForFile(const FileRequest& request) = 0;
+  /// Hands an address to the default browser or mail client. No result.
+  virtual void ShowURL(const String& url) = 0;
+
+  /// Runs the event loop until `Quit`: raises the application's `Open` once, and from then on its
+  /// `OpenDocument` for each document that the system has handed over, in order.
+  virtual void Run() = 0;
+  /// Ends the loop when the handler that is running has returned. No further event is raised.
+  /// `exitStatus` becomes the exit status of the process; the first call counts.
+  virtual void Quit(int exitStatus) = 0;
+
+ private:
+  WindowList windows_;
+  std::unique_ptr<vintrace::Application> application_;
+};
+
+}  // namespace vintrace

@@ -1,0 +1,35 @@
+#include "platform/Window.h"
+
+#include "platform/Host.h"
+
+namespace vintrace {
+
+void Window::Open(const std::shared_ptr<Window>& window) {
+  window->Layout();
+  window->CreateControls();
+  window->AddMenuHandlers();
+  window->Event_Open();
+  window->open_ = true;
+  Host::Current().Windows().BringToFront(window);
+  Host::Current().Show(*window);
+}
+
+void Window::SetTitle(String title) {
+  title_ = std::move(title);
+  if (open_) Host::Current().Changed(*this);
+}
+
+RectControl* Window::Control(int index) const {
+  const auto position = static_cast<std::size_t>(index);
+  return index >= 0 && position < controls_.size() ? controls_[position].get() : nullptr;
+}
+
+void Window::Close() {
+  if (!open_) return;
+  const auto alive = shared_from_this();
+  open_ = false;
+  Host::Current().Windows().Remove(*this);
+  Host::Current().Closed(*this);
+}
+
+}  // namespace vintrace

@@ -1,0 +1,20 @@
+#include "platform/WindowList.h"
+
+#include "platform/Window.h"
+
+namespace vintrace {
+
+std::shared_ptr<Window> WindowList::At(int index) const {
+  return index >= 0 && index < Count() ? windows_[static_cast<std::size_t>(index)] : nullptr;
+}
+
+void WindowList::BringToFront(const std::shared_ptr<Window>& window) {
+  Remove(*window);
+  windows_.insert(windows_.begin(), window);
+}
+
+void WindowList::Remove(const Window& window) {
+  std::erase_if(windows_, [&](const auto& listed) { return listed.get() == &window; });
+}
+
+}  // namespace vintrace

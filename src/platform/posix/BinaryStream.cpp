@@ -1,0 +1,87 @@
+#include "platform/BinaryStream.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <limits>
+#include <utility>
+
+#include "platform/Exceptions.h"
+#include "platform/posix/Errno.h"
+
+namespace vintrace {
+namespace {
+
+constexpr int Closed = -1;
+
+struct stat StatusOf(int descriptor) {
+  struct stat status {};
+  if (fstat(descriptor, &status) != 0) posix::RaiseIOException(errno);
+  return status;
+}
+
+void RequireRegularFile(int descriptor) {
+  const auto mode = StatusOf(descriptor).st_mode;
+  if (S_ISDIR(mode)) posix::RaiseIOException(EISDIR);
+  if (!S_ISREG(mode)) throw IOException(EINVAL, "Not a regular file");
+}
+
+off_t OffsetOf(std::uint64_t position) {
+  if (position > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) {
+    posix::RaiseIOException(EOVERFLOW);
+  }
+  return static_cast<off_t>(position);
+}
+
+std::size_t ReadOnce(int descriptor, char* into, std::size_t count, std::uint64_t position) {
+  for (;;) {
+    const ssize_t got = pread(descriptor, into, count, OffsetOf(position));
+    if (got >= 0) return static_cast<std::size_t>(got);
+    if (errno != EINTR) posix::RaiseIOException(errno);
+  }
+}
+
+}  // namespace
+
+BinaryStream BinaryStream::Open(const std::optional<FolderItem>& item) {
+  if (!item) throw NilObjectException("BinaryStream.Open");
+  // A path with a zero byte would reach the system cut short, and so name another file.
+  if (item->NativePath().find('\0') != String::npos) posix::RaiseIOException(ENOENT);
+  // O_NONBLOCK: the open of a FIFO would otherwise wait for a writer.
+  const int descriptor =
+      open(item->NativePath().c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (descriptor < 0) posix::RaiseIOException(errno);
+  BinaryStream stream(descriptor);
+  RequireRegularFile(descriptor);
+  return stream;
+}
+
+BinaryStream::BinaryStream(BinaryStream&& other) noexcept
+    : descriptor_(std::exchange(other.descriptor_, Closed)), position_(other.position_) {}
+
+BinaryStream::~BinaryStream() { Close(); }
+
+String BinaryStream::Read(std::size_t count) {
+  String bytes(count, '\0');
+  std::size_t filled = 0;
+  while (filled < count) {
+    const std::size_t got = ReadOnce(descriptor_, bytes.data() + filled, count - filled, position_);
+    if (got == 0) break;
+    filled += got;
+    position_ += got;
+  }
+  bytes.resize(filled);
+  return bytes;
+}
+
+bool BinaryStream::AtEOF() const {
+  return position_ >= static_cast<std::uint64_t>(StatusOf(descriptor_).st_size);
+}
+
+void BinaryStream::Close() noexcept {
+  if (descriptor_ != Closed) close(std::exchange(descriptor_, Closed));
+}
+
+}  // namespace vintrace

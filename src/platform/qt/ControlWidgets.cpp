@@ -1,0 +1,152 @@
+#include "platform/qt/ControlWidgets.h"
+
+#include <QEnterEvent>
+#include <QFontMetrics>
+#include <QIcon>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+
+#include "platform/Control.h"
+#include "platform/qt/DisplayText.h"
+#include "platform/qt/Fonts.h"
+#include "platform/qt/PictureIcon.h"
+
+namespace vintrace::qt {
+namespace {
+
+QRect RectOf(const Rect& place) { return {place.left, place.top, place.width, place.height}; }
+
+/// What all faces share.
+void RefreshCommon(const RectControl& control, QWidget& widget) {
+  widget.setVisible(control.Visible());
+  widget.setEnabled(control.Enabled());
+}
+
+void Prepare(const RectControl& control, QWidget& widget) {
+  widget.setGeometry(RectOf(control.Design().place));
+  widget.setObjectName(DisplayText(control.Design().name));
+}
+
+class LabelFace : public QLabel, public ControlFace {
+ public:
+  LabelFace(Label& label, QWidget& parent) : QLabel(&parent), label_(label) {
+    Prepare(label, *this);
+    setTextFormat(Qt::PlainText);
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    setMargin(0);
+    setIndent(0);
+  }
+
+  QWidget& Widget() override { return *this; }
+
+  void Refresh() override {
+    RefreshCommon(label_, *this);
+    setFont(FontOf(label_.Design().textFont, label_.Design().textSize, label_.Underline()));
+    setWordWrap(label_.Multiline());
+    RefreshColor();
+    RefreshText();
+  }
+
+ protected:
+  void enterEvent(QEnterEvent*) override { label_.RaiseMouseEnter(); }
+  void leaveEvent(QEvent*) override { label_.RaiseMouseExit(); }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    const bool taken = event->button() == Qt::LeftButton && label_.RaiseMouseDown();
+    event->setAccepted(taken);
+  }
+
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton) label_.RaiseMouseUp();
+  }
+
+ private:
+  void RefreshColor() {
+    const Color color = label_.TextColor();
+    QPalette colors = palette();
+    colors.setColor(QPalette::WindowText, QColor(color.red, color.green, color.blue));
+    setPalette(colors);
+  }
+
+  /// A line too long for its place ends in an ellipsis; the whole of it is in the tool tip.
+  void RefreshText() {
+    const QString text = DisplayText(label_.Text());
+    const QString fitting =
+        label_.Multiline() ? text : QFontMetrics(font()).elidedText(text, Qt::ElideRight, width());
+    setText(fitting);
+    setToolTip(fitting == text ? QString() : "<qt>" + text.toHtmlEscaped() + "</qt>");
+    setAccessibleName(text);
+  }
+
+  Label& label_;
+};
+
+class ButtonFace : public QPushButton, public ControlFace {
+ public:
+  ButtonFace(PushButton& button, QWidget& parent) : QPushButton(&parent), button_(button) {
+    Prepare(button, *this);
+    connect(this, &QPushButton::clicked, this, [this] { button_.RaiseAction(); });
+  }
+
+  QWidget& Widget() override { return *this; }
+
+  void Refresh() override {
+    RefreshCommon(button_, *this);
+    setFont(FontOf(button_.Design().textFont, button_.Design().textSize, false));
+    setText(DisplayText(button_.Caption()).replace('&', "&&"));
+  }
+
+ private:
+  PushButton& button_;
+};
+
+class CanvasFace : public QWidget, public ControlFace {
+ public:
+  CanvasFace(Canvas& canvas, QWidget& parent) : QWidget(&parent), canvas_(canvas) {
+    Prepare(canvas, *this);
+  }
+
+  QWidget& Widget() override { return *this; }
+
+  void Refresh() override {
+    RefreshCommon(canvas_, *this);
+    icon_ = canvas_.Backdrop() ? IconOf(*canvas_.Backdrop()) : QIcon();
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    icon_.paint(&painter, rect(), Qt::AlignLeft | Qt::AlignTop);
+  }
+
+ private:
+  Canvas& canvas_;
+  QIcon icon_;
+};
+
+class FaceMaker : public ControlVisitor {
+ public:
+  explicit FaceMaker(QWidget& parent) : parent_(parent) {}
+  void Visit(Label& label) override { made = new LabelFace(label, parent_); }
+  void Visit(PushButton& button) override { made = new ButtonFace(button, parent_); }
+  void Visit(Canvas& canvas) override { made = new CanvasFace(canvas, parent_); }
+
+  ControlFace* made = nullptr;
+
+ private:
+  QWidget& parent_;
+};
+
+}  // namespace
+
+ControlFace* MakeFace(RectControl& control, QWidget& parent) {
+  FaceMaker maker(parent);
+  control.Accept(maker);
+  maker.made->Refresh();
+  return maker.made;
+}
+
+}  // namespace vintrace::qt

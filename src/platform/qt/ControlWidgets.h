@@ -1,0 +1,24 @@
+#pragma once
+
+class QWidget;
+
+namespace vintrace {
+class RectControl;
+}
+
+namespace vintrace::qt {
+
+/// The face of one control on the screen. The objects are widgets.
+class ControlFace {
+ public:
+  virtual ~ControlFace() = default;
+  virtual QWidget& Widget() = 0;
+  /// Takes over what the control says now.
+  virtual void Refresh() = 0;
+};
+
+/// Makes the face of `control` as a child of `parent`, which owns it. It raises the control's
+/// events. `control` outlives it.
+ControlFace* MakeFace(RectControl& control, QWidget& parent);
+
+}  // namespace vintrace::qt

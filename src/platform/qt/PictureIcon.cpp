@@ -1,0 +1,34 @@
+#include "platform/qt/PictureIcon.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QPixmap>
+#include <string_view>
+
+#include "platform/Picture.h"
+
+namespace vintrace::qt {
+namespace {
+
+QPixmap Decoded(std::string_view png, qreal devicePixelRatio) {
+  QPixmap pixmap;
+  pixmap.loadFromData(QByteArray::fromRawData(png.data(), static_cast<qsizetype>(png.size())),
+                      "PNG");
+  pixmap.setDevicePixelRatio(devicePixelRatio);
+  return pixmap;
+}
+
+}  // namespace
+
+QIcon IconOf(const Picture& picture) {
+  // Pictures live as long as the process, so that their addresses name them.
+  static QHash<const Picture*, QIcon> icons;
+  QIcon& icon = icons[&picture];
+  if (icon.isNull()) {
+    icon.addPixmap(Decoded(picture.Png(), 1));
+    icon.addPixmap(Decoded(picture.PngAt2x(), 2));
+  }
+  return icon;
+}
+
+}  // namespace vintrace::qt

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QIcon>
+
+namespace vintrace {
+class Picture;
+}
+
+namespace vintrace::qt {
+
+/// The picture in its two sizes, decoded once and shared by all who ask for the same `Picture`.
+QIcon IconOf(const Picture& picture);
+
+}  // namespace vintrace::qt

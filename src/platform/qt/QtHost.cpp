@@ -1,0 +1,170 @@
+#include "platform/qt/QtHost.h"
+
+#include <QDesktopServices>
+#include <QFile>
+#include <QFileOpenEvent>
+#include <QMessageBox>
+#include <QTimer>
+#include <QUrl>
+#include <filesystem>
+#include <utility>
+
+#include "platform/Control.h"
+#include "platform/Window.h"
+#include "platform/qt/DisplayText.h"
+#include "platform/qt/OpenFileDialog.h"
+#include "platform/qt/PictureIcon.h"
+#include "platform/qt/WindowWidget.h"
+
+namespace vintrace::qt {
+
+/// Takes the system's own open-documents event, where the system has one.
+class QtHost::FileOpenFilter : public QObject {
+ public:
+  explicit FileOpenFilter(QtHost& host) : host_(host) {}
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::FileOpen) return QObject::eventFilter(watched, event);
+    const QString file = static_cast<QFileOpenEvent*>(event)->file();
+    if (!file.isEmpty()) host_.HandOver(FolderItem(QFile::encodeName(file).toStdString()));
+    return true;
+  }
+
+ private:
+  QtHost& host_;
+};
+
+/// While a box or dialog has a loop of its own, documents wait.
+class QtHost::ModalScope {
+ public:
+  explicit ModalScope(QtHost& host) : host_(host) { ++host_.modalDepth_; }
+  ~ModalScope() {
+    --host_.modalDepth_;
+    host_.DeliverLater();
+  }
+  ModalScope(const ModalScope&) = delete;
+  ModalScope& operator=(const ModalScope&) = delete;
+
+ private:
+  QtHost& host_;
+};
+
+QtHost::QtHost(int argc, char* argv[])
+    : qtApplication_(argc_, argv), fileOpenFilter_(std::make_unique<FileOpenFilter>(*this)) {
+  QApplication::setApplicationName("Vintrace");
+  QApplication::setDesktopFileName("vintrace");
+  QApplication::setQuitOnLastWindowClosed(false);
+  qtApplication_.installEventFilter(fileOpenFilter_.get());
+  std::error_code unknown;  // Leaves `folder` empty, and the paths as they came.
+  const auto folder = std::filesystem::current_path(unknown).native();
+  for (int i = 1; i < argc; ++i) HandOver(ItemRelativeTo(folder, argv[i]));
+}
+
+QtHost::~QtHost() {
+  // What a widget raises as it goes finds no widgets any more.
+  const auto widgets = std::exchange(widgets_, {});
+  for (const auto& [window, widget] : widgets) delete widget;
+}
+
+void QtHost::SetIcon(const Picture& picture) { QApplication::setWindowIcon(IconOf(picture)); }
+
+WindowWidget* QtHost::WidgetOf(const Window& window) const {
+  const auto found = widgets_.find(&window);
+  return found == widgets_.end() ? nullptr : found->second;
+}
+
+void QtHost::HandOver(const FolderItem& document) {
+  handedOver_.push_back(document);
+  DeliverLater();
+}
+
+void QtHost::Show(Window& window) {
+  auto* widget = new WindowWidget(window.shared_from_this(), [this, &window] {
+    Windows().BringToFront(window.shared_from_this());
+  });
+  widgets_.emplace(&window, widget);
+  // Later: the handler that runs now fills the window, and it is to come up complete.
+  QTimer::singleShot(0, widget, [widget] { widget->show(); });
+}
+
+void QtHost::Changed(Window& window) {
+  if (auto* widget = WidgetOf(window)) widget->RefreshTitle();
+}
+
+void QtHost::Changed(RectControl& control) {
+  if (auto* widget = WidgetOf(control.Owner())) widget->Refresh(control);
+}
+
+void QtHost::Closed(Window& window) {
+  auto* widget = WidgetOf(window);
+  widgets_.erase(&window);
+  if (widget != nullptr) widget->Dismiss();
+}
+
+void QtHost::ShowMessage(const String& text) {
+  const ModalScope scope(*this);
+  QMessageBox box(FrontWidget());
+  box.setWindowTitle(QApplication::applicationName());
+  box.setTextFormat(Qt::PlainText);
+  box.setText(DisplayLines(text));
+  box.addButton("OK", QMessageBox::AcceptRole);
+  box.exec();
+}
+
+std::optional<FolderItem> QtHost::AskForFile(const FileRequest& request) {
+  const ModalScope scope(*this);
+  OpenFileRequest asked{
+      .title = request.title, .initialDirectory = {}, .filterName = {}, .suffixes = {}};
+  if (request.initialDirectory) asked.initialDirectory = request.initialDirectory->NativePath();
+  if (request.filter) {
+    asked.filterName = request.filter->Name;
+    asked.suffixes = request.filter->Suffixes();
+  }
+  const auto path = qt::AskForFile(asked, FrontWidget());
+  return path ? std::optional(FolderItem(*path)) : std::nullopt;
+}
+
+void QtHost::ShowURL(const String& url) {
+  QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(url)));
+}
+
+void QtHost::Run() {
+  QTimer::singleShot(0, &qtApplication_, [this] { Start(); });
+  const int status = QApplication::exec();
+  if (!quitting_) exitStatus_ = status;
+  quitting_ = true;
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void QtHost::Start() {
+  Application().RaiseOpen();
+  started_ = true;
+  DeliverLater();
+}
+
+void QtHost::DeliverLater() {
+  QTimer::singleShot(0, &qtApplication_, [this] { DeliverOneDocument(); });
+}
+
+void QtHost::DeliverOneDocument() {
+  if (!started_ || quitting_ || modalDepth_ > 0 || handedOver_.empty()) return;
+  const FolderItem document = handedOver_.front();
+  handedOver_.pop_front();
+  Application().RaiseOpenDocument(document);
+  DeliverLater();
+}
+
+void QtHost::Quit(int exitStatus) {
+  if (quitting_) return;
+  quitting_ = true;
+  exitStatus_ = exitStatus;
+  QApplication::exit(exitStatus);
+}
+
+QWidget* QtHost::FrontWidget() const {
+  const auto front = Host::Current().Windows().At(0);
+  return front ? WidgetOf(*front) : nullptr;
+}
+
+}  // namespace vintrace::qt

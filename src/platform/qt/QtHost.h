@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QApplication>
+#include <deque>
+#include <memory>
+#include <unordered_map>
+
+#include "platform/Host.h"
+
+namespace vintrace {
+class Picture;
+}
+
+namespace vintrace::qt {
+
+class WindowWidget;
+
+/// The real desktop, on Qt.
+class QtHost : public Host {
+ public:
+  /// Every argument behind the program's own name is the path of a document, absolute or relative
+  /// to the working directory, raw bytes; each becomes an open-documents event of its own once the
+  /// loop runs. None is read as an option, of Qt neither.
+  QtHost(int argc, char* argv[]);
+  ~QtHost() override;
+
+  /// The icon of the program's windows.
+  void SetIcon(const Picture& picture);
+
+  /// The status that the process is to end with, once `Run` has returned.
+  int ExitStatus() const { return exitStatus_; }
+
+  /// The widget of `window`, for the tests that look at it; nil when the window isn't shown.
+  WindowWidget* WidgetOf(const Window& window) const;
+
+  /// Takes a document that the system hands over; it is raised as soon as the loop runs and no box
+  /// or dialog is open.
+  void HandOver(const FolderItem& document);
+
+  void Show(Window& window) override;
+  void Changed(Window& window) override;
+  void Changed(RectControl& control) override;
+  void Closed(Window& window) override;
+  void ShowMessage(const String& text) override;
+  std::optional<FolderItem> AskForFile(const FileRequest& request) override;
+  void ShowURL(const String& url) override;
+  void Run() override;
+  void Quit(int exitStatus) override;
+
+ private:
+  class FileOpenFilter;
+  class ModalScope;
+
+  void Start();
+  void DeliverLater();
+  void DeliverOneDocument();
+  QWidget* FrontWidget() const;
+
+  int argc_ = 1;
+  QApplication qtApplication_;
+  std::unique_ptr<FileOpenFilter> fileOpenFilter_;
+  std::unordered_map<const Window*, WindowWidget*> widgets_;
+  std::deque<FolderItem> handedOver_;
+  bool started_ = false;
+  bool quitting_ = false;
+  int modalDepth_ = 0;
+  int exitStatus_ = 0;
+};
+
+}  // namespace vintrace::qt

@@ -1,0 +1,69 @@
+#include "shell/App.h"
+
+#include "inspection/VersionCheck.h"
+#include "platform/Desktop.h"
+#include "platform/Exceptions.h"
+#include "platform/Host.h"
+#include "shell/Window1.h"
+
+namespace vintrace {
+namespace {
+
+constexpr std::string_view ApplicationIdentifier = "3";
+constexpr std::string_view LaunchReportField = "Vintrase";
+constexpr std::string_view DocumentFileType = "indd";
+
+String ApplicationVersionText(const Application& app) {
+  return Str(app.MajorVersion()) + Str(app.MinorVersion()) + Str(app.BugVersion());
+}
+
+std::optional<FolderItem> AskForDocument() { return desktop::GetOpenFolderItem(DocumentFileType); }
+
+}  // namespace
+
+App& App::Instance() { return static_cast<App&>(Host::Current().Application()); }
+
+void App::Event_EnableMenuItems() {}
+
+void App::Event_OpenDocument(const std::optional<FolderItem>& item) {
+  if (const auto document = item ? item : AskForDocument()) VersionCheck(*document);
+}
+
+void App::Event_Open() {
+  AppLocation();
+  Openupchk();
+  kcheck(String(ApplicationIdentifier), ApplicationVersionText(*this), String(LaunchReportField));
+}
+
+bool App::_hiraku_Action() {
+  if (const auto document = AskForDocument()) VersionCheck(*document);
+  return false;
+}
+
+bool App::_kono_Action() { return false; }
+
+bool App::_upchk_Action() { return false; }
+
+bool App::_EditAllCopy_Action() { return false; }
+
+bool App::_AllClose_Action() { return false; }
+
+void App::UpdateCheck() {}
+
+void App::kcheck(const String& /*app_id*/, const String& /*ver*/, const String& /*regi*/) {}
+
+void App::AppLocation() {}
+
+void App::Openupchk() {}
+
+void App::VersionCheck(const FolderItem& item) {
+  try {
+    if (!inspection::IsDocumentName(item.Name())) return;
+    inspection::VersionCheck(item, *Window::New<Window1>());
+  } catch (const RuntimeException&) {
+    desktop::MsgBox(String("エラーが起こりましたので").append(EndOfLine).append("終了します"));
+    desktop::Quit(0);
+  }
+}
+
+}  // namespace vintrace

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "platform/Application.h"
+
+namespace vintrace {
+
+/// The application object: where a document enters the program, and where its commands arrive.
+class App : public Application {
+ public:
+  /// The registered application object. Raises `NilObjectException` before start-up has made it.
+  static App& Instance();
+
+  /// The known application locations, as the lines of the settings file.
+  std::vector<String> apploc;
+  /// The settings file; nil until it is known.
+  std::optional<FolderItem> myf;
+
+  void Event_EnableMenuItems() override;
+  /// The system hands over a document; with a nil item the user is asked for one.
+  void Event_OpenDocument(const std::optional<FolderItem>& item) override;
+  /// The program has started.
+  void Event_Open() override;
+
+  /// Handlers of the menu items, which all return false. `_hiraku_Action` asks for a document.
+  virtual bool _hiraku_Action();
+  virtual bool _kono_Action();
+  virtual bool _upchk_Action();
+  virtual bool _EditAllCopy_Action();
+  virtual bool _AllClose_Action();
+
+  virtual void UpdateCheck();
+  virtual void kcheck(const String& app_id, const String& ver, const String& regi);
+  virtual void AppLocation();
+  virtual void Openupchk();
+
+  /// Opens a window that tells what `item` is. A file whose name is no document's opens none. Never
+  /// raises a `RuntimeException`: on any such failure a message says so, and the program ends.
+  virtual void VersionCheck(const FolderItem& item);
+
+  virtual void Constructor() {}
+};
+
+}  // namespace vintrace

@@ -1,0 +1,137 @@
+#include "shell/Window1.h"
+
+#include <array>
+
+#include "platform/Desktop.h"
+#include "resources/Endpoints.h"
+
+namespace vintrace {
+namespace {
+
+constexpr int Width = 280;
+constexpr int Height = 150;
+
+constexpr Color LinkColor = RGB(0, 0, 255);
+constexpr Color HoverColor = RGB(255, 0, 0);
+
+enum class Kind { Label, PushButton, Canvas };
+
+struct ControlRow {
+  ControlDesign design;
+  Kind kind;
+  std::string_view text;
+};
+
+/// The controls in creation order, which is also their order in the copied rows and, where two
+/// share a place, from bottom to top: `PushButton3` covers the link `StaticText4`.
+constexpr std::array<ControlRow, 9> ControlTable{{
+    {{"PushButton2", {183, 111, 69, 20}, 0, "Osaka", 12}, Kind::PushButton, "閉じる"},
+    {{"StaticText1", {20, 10, 240, 20}, 1, "Osaka", 12}, Kind::Label, "Vintrace CS"},
+    {{"StaticText2", {104, 38, 161, 20}, 2, "Osaka", 12}, Kind::Label, "Adobe InDesign CS3"},
+    {{"StaticText3", {105, 57, 137, 18}, 4, "Osaka", 10}, Kind::Label, "Macintosh Edition"},
+    {{"StaticText5", {105, 78, 160, 25}, 6, "Osaka", 14},
+     Kind::Label,
+     inspection::UnwrittenBuildText},
+    {{"Label1", {183, 12, 91, 20}, 7, "System", 0}, Kind::Label, "ファイル名"},
+    {{"Canvas1", {34, 38, 48, 48}, 3, "", 0}, Kind::Canvas, ""},
+    {{"StaticText4", {20, 114, 114, 20}, 5, "Osaka", 12}, Kind::Label, endpoints::WebPage},
+    {{"PushButton3", {20, 111, 142, 20}, 8, "Osaka", 12}, Kind::PushButton, "該当バージョンで開く"},
+}};
+
+enum Index {
+  PushButton2At,
+  StaticText1At,
+  StaticText2At,
+  StaticText3At,
+  StaticText5At,
+  Label1At,
+  Canvas1At,
+  StaticText4At,
+  PushButton3At
+};
+
+}  // namespace
+
+void Window1::Layout() {
+  design_ = {.width = Width,
+             .height = Height,
+             .minWidth = Width,
+             .minHeight = Height,
+             .maxWidth = Width,
+             .maxHeight = Height,
+             .frame = WindowFrame::Document,
+             .closeButton = true,
+             .resizeable = false,
+             .maximizeButton = false,
+             .minimizeButton = false};
+}
+
+void Window1::CreateControls() { _CreateControls0(); }
+
+void Window1::_CreateControls0() {
+  for (const ControlRow& row : ControlTable) {
+    switch (row.kind) {
+      case Kind::Label:
+        Add<Label>(row.design).SetText(String(row.text));
+        break;
+      case Kind::PushButton:
+        Add<PushButton>(row.design).SetCaption(String(row.text));
+        break;
+      case Kind::Canvas:
+        Add<Canvas>(row.design);
+        break;
+    }
+  }
+  PushButton2().Action = [this] { PushButton2_Action(); };
+  Label1().SetVisible(false);
+  Label1().SetEnabled(false);
+  StaticText4().SetTextColor(LinkColor);
+  StaticText4().MouseExit = [this] { StaticText4_MouseExit(); };
+  StaticText4().MouseEnter = [this] { StaticText4_MouseEnter(); };
+  StaticText4().MouseUp = [this] { StaticText4_MouseUp(); };
+  StaticText4().MouseDown = [this] { return StaticText4_MouseDown(); };
+  PushButton3().Action = [this] { PushButton3_Action(); };
+}
+
+PushButton& Window1::PushButton2() const { return ControlAt<PushButton>(PushButton2At); }
+Label& Window1::StaticText1() const { return ControlAt<Label>(StaticText1At); }
+Label& Window1::StaticText2() const { return ControlAt<Label>(StaticText2At); }
+Label& Window1::StaticText3() const { return ControlAt<Label>(StaticText3At); }
+Label& Window1::StaticText5() const { return ControlAt<Label>(StaticText5At); }
+Label& Window1::Label1() const { return ControlAt<Label>(Label1At); }
+Canvas& Window1::Canvas1() const { return ControlAt<Canvas>(Canvas1At); }
+Label& Window1::StaticText4() const { return ControlAt<Label>(StaticText4At); }
+PushButton& Window1::PushButton3() const { return ControlAt<PushButton>(PushButton3At); }
+
+void Window1::PushButton2_Action() { desktop::Window(0)->Close(); }
+
+void Window1::StaticText4_MouseExit() { StaticText4().SetTextColor(LinkColor); }
+
+void Window1::StaticText4_MouseEnter() { StaticText4().SetTextColor(HoverColor); }
+
+void Window1::StaticText4_MouseUp() { desktop::ShowURL(String(endpoints::WebPage)); }
+
+bool Window1::StaticText4_MouseDown() { return true; }
+
+void Window1::PushButton3_Action() {}
+
+void Window1::AddMenuHandlers() {}
+
+void Window1::Event_EnableMenuItems() {}
+
+bool Window1::_clcopy_Action() { return false; }
+
+bool Window1::_closewin_Action() { return false; }
+
+bool Window1::OpenApp(const String& /*path*/) { return false; }
+
+bool Window1::RegistApp() { return false; }
+
+void Window1::DeleteApp(std::int64_t /*index*/) {}
+
+void Window1::SetDocumentName(const String& name) {
+  SetTitle(name);
+  Label1().SetText(name);
+}
+
+}  // namespace vintrace

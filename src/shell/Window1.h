@@ -1,0 +1,59 @@
+#pragma once
+
+#include <optional>
+
+#include "inspection/InspectionReport.h"
+#include "platform/Window.h"
+
+namespace vintrace {
+
+/// The window of one document: the report of its inspection, which lives in the window's controls.
+class Window1 : public Window, public inspection::InspectionReport {
+ public:
+  /// The document of this window.
+  std::optional<FolderItem> inddDoc;
+  /// The location in shell form of the application that the user chose last in this window.
+  String shp;
+
+  void Layout() override;
+  void CreateControls() override;
+  virtual void _CreateControls0();
+
+  virtual PushButton& PushButton2() const;
+  virtual Label& StaticText1() const;
+  virtual Label& StaticText2() const;
+  virtual Label& StaticText3() const;
+  virtual Label& StaticText5() const;
+  virtual Label& Label1() const;
+  virtual Canvas& Canvas1() const;
+  virtual Label& StaticText4() const;
+  virtual PushButton& PushButton3() const;
+
+  virtual void PushButton2_Action();
+  virtual void StaticText4_MouseExit();
+  virtual void StaticText4_MouseEnter();
+  virtual void StaticText4_MouseUp();
+  virtual bool StaticText4_MouseDown();
+  virtual void PushButton3_Action();
+
+  void AddMenuHandlers() override;
+  virtual void Event_EnableMenuItems();
+  void Event_Open() override {}
+  virtual bool _clcopy_Action();
+  virtual bool _closewin_Action();
+  virtual bool OpenApp(const String& path);
+  virtual bool RegistApp();
+  virtual void DeleteApp(std::int64_t index);
+
+  // The report, in the controls.
+  void SetDocument(const FolderItem& document) override { inddDoc = document; }
+  void SetDocumentName(const String& name) override;
+  void SetProductText(const String& text) override { StaticText2().SetText(text); }
+  void SetPicture(PictureAccessor picture) override { Canvas1().SetBackdrop(picture()); }
+  void SetBuildText(const String& text) override { StaticText5().SetText(text); }
+  String BuildText() const override { return StaticText5().Text(); }
+  void SetEditionText(const String& text) override { StaticText3().SetText(text); }
+  void SetOpenable(bool openable) override { PushButton3().SetVisible(openable); }
+};
+
+}  // namespace vintrace

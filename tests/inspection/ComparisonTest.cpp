@@ -1,0 +1,99 @@
+// The inspection against a second, plain implementation of it, over generated documents.
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/DocumentBuilder.h"
+#include "support/RecordingReport.h"
+#include "support/ReferenceInspection.h"
+#include "support/TemporaryFolder.h"
+
+namespace vintrace::test {
+namespace {
+
+class DocumentGenerator {
+ public:
+  explicit DocumentGenerator(std::uint32_t seed) : random_(seed) {}
+
+  std::string Next() {
+    DocumentBuilder document(Size());
+    if (OneIn(3)) document.BigEndian();
+    if (!OneIn(50)) document.Release(Version(), OneIn(3) ? 5 : 0);
+    for (int pieces = Between(0, 5); pieces > 0; --pieces) PutPiece(document);
+    std::string bytes = document.Bytes();
+    if (OneIn(4))
+      bytes.resize(static_cast<std::size_t>(Between(0, static_cast<int>(bytes.size()))));
+    return bytes;
+  }
+
+ private:
+  int Between(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
+  bool OneIn(int n) { return Between(1, n) == 1; }
+
+  std::uint8_t Version() {
+    return static_cast<std::uint8_t>(OneIn(20) ? Between(0, 255) : Between(3, 14));
+  }
+
+  /// A size near one at which something changes.
+  std::size_t Size() {
+    if (OneIn(20)) return static_cast<std::size_t>(Between(0, 60));
+    return static_cast<std::size_t>(Boundary() + Between(-3, 3));
+  }
+
+  /// An offset at which a block begins or ends.
+  int Boundary() {
+    const int block = static_cast<int>(BodyStart) + Between(0, 3) * static_cast<int>(BlockStride);
+    return OneIn(2) ? block : block + static_cast<int>(BlockSize);
+  }
+
+  std::string BuildLike() {
+    constexpr std::string_view Alphabet("0123456789.5x\0\x01\x03\x40\x09", 18);
+    std::string text;
+    for (int n = Between(0, 9); n > 0; --n) {
+      text += Alphabet[static_cast<std::size_t>(Between(0, static_cast<int>(Alphabet.size()) - 1))];
+    }
+    return text;
+  }
+
+  void PutPiece(DocumentBuilder& document) {
+    const auto offset = static_cast<std::size_t>(Boundary() + Between(-40, 40));
+    switch (Between(0, 4)) {
+      case 0:
+        document.Marker(offset);
+        break;
+      case 1:
+        document.Delimiter(offset, BuildLike());
+        break;
+      case 2:
+        document.Saved(offset, static_cast<std::uint8_t>(Between(0, 4)), BuildLike());
+        break;
+      case 3:
+        document.Put(offset, BuildLike());
+        break;
+      default:
+        document.EditionBefore(offset, static_cast<std::uint8_t>(Between(0, 4)));
+    }
+  }
+
+  std::mt19937 random_;
+};
+
+ReportFields FieldsOf(const ReferenceReport& report) {
+  return {report.documentName, report.productText, report.picture,
+          report.editionText,  report.buildText,   report.openable};
+}
+
+TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedDocument) {
+  constexpr int Documents = 30'000;
+  const TemporaryFolder folder;
+  DocumentGenerator generator(20191105);
+  for (int i = 0; i < Documents; ++i) {
+    const std::string bytes = generator.Next();
+    const ReportFields found = Inspect(folder.File("sample.indd", bytes));
+    ASSERT_EQ(found, FieldsOf(InspectByReference("sample.indd", bytes))) << "document " << i;
+  }
+}
+
+}  // namespace
+}  // namespace vintrace::test

@@ -1,0 +1,134 @@
+// The program from start to end on a scripted desktop.
+
+#include "shell/App.h"
+
+#include <gtest/gtest.h>
+
+#include "resources/Endpoints.h"
+#include "shell/Startup.h"
+#include "shell/Window1.h"
+#include "support/DocumentBuilder.h"
+#include "support/ScriptedHost.h"
+#include "support/TemporaryFolder.h"
+
+namespace vintrace::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class AppTest : public testing::Test {
+ protected:
+  FolderItem Document(std::string_view name, std::uint8_t version = 8) const {
+    return folder.File(
+        name,
+        DocumentBuilder(BodyStart + 500).Release(version).Saved(BodyStart, 1, "0.0.424").Bytes());
+  }
+
+  std::shared_ptr<Window1> Front() {
+    return std::dynamic_pointer_cast<Window1>(host.Windows().At(0));
+  }
+
+  const TemporaryFolder folder;
+  ScriptedHost host;
+};
+
+TEST_F(AppTest, StartsWithoutAWindowOrAQuestion) {
+  _Main();
+  EXPECT_EQ(host.story, Lines{});
+  EXPECT_EQ(host.Windows().Count(), 0);
+  EXPECT_EQ(App::Instance().apploc.size(), 0U);
+  EXPECT_FALSE(App::Instance().myf);
+  EXPECT_EQ(App::Instance().LongVersion(), "1.20");
+}
+
+TEST_F(AppTest, ADocumentIsToldInItsWindow) {
+  host.handedOver = {Document("a.indd")};
+  _Main();
+  ASSERT_EQ(host.Titles(), Lines{"a.indd"});
+  EXPECT_EQ(Front()->Label1().Text(), "a.indd");
+  EXPECT_EQ(Front()->inddDoc->NativePath(), folder.Item("a.indd").NativePath());
+  EXPECT_EQ(Front()->StaticText2().Text(), "Adobe InDesign CS6");
+  EXPECT_EQ(Front()->StaticText3().Text(), "Windows Edition");
+  EXPECT_EQ(Front()->StaticText5().Text(), "8.0.0.424");
+  EXPECT_EQ(Front()->Canvas1().Backdrop(), pictures::cs6());
+  EXPECT_TRUE(Front()->PushButton3().Visible());
+  EXPECT_EQ(Front()->shp, "");
+}
+
+TEST_F(AppTest, OutsideTheTableTheButtonGivesWayToTheLink) {
+  host.handedOver = {Document("a.indd", 15)};
+  _Main();
+  EXPECT_FALSE(Front()->PushButton3().Visible());
+  EXPECT_EQ(Front()->StaticText3().Text(), "");
+  EXPECT_EQ(Front()->StaticText5().Text(), "サブバージョン不明");
+  EXPECT_EQ(Front()->Canvas1().Backdrop(), pictures::und());
+}
+
+TEST_F(AppTest, EachHandOverOpensAWindowOfItsOwn) {
+  host.handedOver = {Document("a.indd"), Document("B.INDD"), Document("a.indd")};
+  _Main();
+  EXPECT_EQ(host.Titles(), (Lines{"a.indd", "B.INDD", "a.indd"}));
+  EXPECT_EQ(host.Windows().At(0)->Control(6), &Front()->Canvas1());
+}
+
+TEST_F(AppTest, AFileOfAnotherNameIsNotEvenOpened) {
+  host.handedOver = {folder.Item("missing.pdf"), folder.Item("indd")};
+  _Main();
+  EXPECT_EQ(host.story, Lines{});
+}
+
+TEST_F(AppTest, AFailureEndsTheProgramWithAMessageAndOpensNoFurtherDocument) {
+  host.handedOver = {folder.Item("missing.indd"), Document("good.indd")};
+  _Main();
+  EXPECT_EQ(host.story,
+            (Lines{"window", "message: エラーが起こりましたので\n終了します", "quit: 0"}));
+}
+
+TEST_F(AppTest, WithoutADocumentTheUserIsAskedForOne) {
+  host.choices = {Document("chosen.indd")};
+  host.handedOver = {std::nullopt, std::nullopt};
+  _Main();
+  EXPECT_EQ(host.story,
+            (Lines{"open dialog: indd (.indd)", "window", "open dialog: indd (.indd)"}));
+  EXPECT_EQ(host.Titles(), Lines{"chosen.indd"});
+}
+
+TEST_F(AppTest, TheOpenCommandAsksAndACancelLeavesNothing) {
+  _Main();
+  EXPECT_FALSE(App::Instance()._hiraku_Action());
+  EXPECT_EQ(host.Titles(), Lines{});
+  host.choices = {Document("chosen.indd"), Document("other.pdf")};
+  EXPECT_FALSE(App::Instance()._hiraku_Action());
+  EXPECT_FALSE(App::Instance()._hiraku_Action());
+  EXPECT_EQ(host.Titles(), Lines{"chosen.indd"});
+}
+
+TEST_F(AppTest, ClosingTheLastWindowDoesNotQuit) {
+  host.handedOver = {Document("a.indd"), Document("b.indd")};
+  _Main();
+  const auto behind = std::dynamic_pointer_cast<Window1>(host.Windows().At(1));
+  behind->PushButton2().RaiseAction();
+  EXPECT_EQ(host.Titles(), Lines{"a.indd"}) << "the button closes the window in front";
+  Front()->PushButton2().RaiseAction();
+  EXPECT_EQ(host.Titles(), Lines{});
+  EXPECT_EQ(host.story, (Lines{"window", "window"}));
+}
+
+TEST_F(AppTest, TheLinkTurnsRedUnderTheMouseAndOpensThePage) {
+  host.handedOver = {Document("a.indd")};
+  _Main();
+  Label& link = Front()->StaticText4();
+  EXPECT_EQ(link.TextColor(), RGB(0, 0, 255));
+  link.RaiseMouseEnter();
+  EXPECT_EQ(link.TextColor(), RGB(255, 0, 0));
+  EXPECT_TRUE(link.RaiseMouseDown());
+  link.RaiseMouseUp();
+  EXPECT_EQ(link.TextColor(), RGB(255, 0, 0));
+  EXPECT_EQ(host.story.back(), "url: " + link.Text());
+  EXPECT_EQ(link.Text(), endpoints::WebPage);
+  link.RaiseMouseExit();
+  EXPECT_EQ(link.TextColor(), RGB(0, 0, 255));
+}
+
+}  // namespace
+}  // namespace vintrace::test

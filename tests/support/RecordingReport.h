@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "inspection/InspectionReport.h"
+
+namespace vintrace::test {
+
+/// A report that can be compared. The picture is kept as its accessor's name.
+struct ReportFields {
+  std::string documentName;
+  std::string productText;
+  std::string picture;
+  std::string editionText;
+  std::string buildText{inspection::UnwrittenBuildText};
+  bool openable = true;
+
+  bool operator==(const ReportFields&) const = default;
+};
+
+/// For the messages of a failed comparison.
+std::ostream& operator<<(std::ostream& out, const ReportFields& fields);
+
+class RecordingReport : public inspection::InspectionReport {
+ public:
+  ReportFields fields;
+  /// Called when the product is set, which is between the read of the header and the scans.
+  std::function<void()> betweenHeaderAndScan;
+
+  void SetDocument(const FolderItem&) override {}
+  void SetDocumentName(const String& name) override { fields.documentName = name; }
+  void SetProductText(const String& text) override;
+  void SetPicture(PictureAccessor picture) override;
+  void SetBuildText(const String& text) override { fields.buildText = text; }
+  String BuildText() const override { return fields.buildText; }
+  void SetEditionText(const String& text) override { fields.editionText = text; }
+  void SetOpenable(bool openable) override { fields.openable = openable; }
+};
+
+/// The report of the document `item`.
+ReportFields Inspect(const FolderItem& item);
+
+}  // namespace vintrace::test

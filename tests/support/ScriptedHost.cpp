@@ -1,0 +1,37 @@
+#include "support/ScriptedHost.h"
+
+#include "platform/Window.h"
+
+namespace vintrace::test {
+
+void ScriptedHost::Show(Window&) { story.emplace_back("window"); }
+
+std::optional<FolderItem> ScriptedHost::AskForFile(const FileRequest& request) {
+  std::string line = "open dialog:";
+  if (request.filter) line += ' ' + request.filter->Name + " (" + request.filter->Extensions + ')';
+  story.push_back(line);
+  if (choices.empty()) return std::nullopt;
+  const FolderItem choice = choices.front();
+  choices.pop_front();
+  return choice;
+}
+
+void ScriptedHost::Run() {
+  Application().RaiseOpen();
+  for (const auto& item : handedOver) {
+    if (!quitting_) Application().RaiseOpenDocument(item);
+  }
+}
+
+void ScriptedHost::Quit(int exitStatus) {
+  quitting_ = true;
+  story.push_back("quit: " + std::to_string(exitStatus));
+}
+
+std::vector<std::string> ScriptedHost::Titles() {
+  std::vector<std::string> titles;
+  for (int i = 0; i < Windows().Count(); ++i) titles.push_back(Windows().At(i)->Title());
+  return titles;
+}
+
+}  // namespace vintrace::test

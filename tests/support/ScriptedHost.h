@@ -1,0 +1,41 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "platform/Host.h"
+
+namespace vintrace::test {
+
+/// A desktop without a screen: dialogs are answered from a list, and what was asked is recorded.
+class ScriptedHost : public Host {
+ public:
+  /// What happens to the program, in order.
+  std::vector<std::optional<FolderItem>> handedOver;
+
+  /// The user's answers to the dialogs; with none left, a dialog is cancelled.
+  std::deque<FolderItem> choices;
+
+  /// What the program asked for, one line a thing: "message: …", "open dialog: indd (.indd)",
+  /// "url: …", "quit: 0".
+  std::vector<std::string> story;
+
+  void Show(Window& window) override;
+  void Changed(Window&) override {}
+  void Changed(RectControl&) override {}
+  void Closed(Window&) override {}
+  void ShowMessage(const String& text) override { story.push_back("message: " + text); }
+  std::optional<FolderItem> AskForFile(const FileRequest& request) override;
+  void ShowURL(const String& url) override { story.push_back("url: " + url); }
+  void Run() override;
+  void Quit(int exitStatus) override;
+
+  /// The titles of the open windows, front to back.
+  std::vector<std::string> Titles();
+
+ private:
+  bool quitting_ = false;
+};
+
+}  // namespace vintrace::test
