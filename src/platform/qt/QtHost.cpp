@@ -11,8 +11,8 @@
 
 #include "platform/Control.h"
 #include "platform/Window.h"
+#include "platform/qt/AskForFile.h"
 #include "platform/qt/DisplayText.h"
-#include "platform/qt/OpenFileDialog.h"
 #include "platform/qt/PictureIcon.h"
 #include "platform/qt/WindowWidget.h"
 
@@ -65,6 +65,7 @@ QtHost::~QtHost() {
   // What a widget raises as it goes finds no widgets any more.
   const auto widgets = std::exchange(widgets_, {});
   for (const auto& [window, widget] : widgets) delete widget;
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void QtHost::SetIcon(const Picture& picture) { QApplication::setWindowIcon(IconOf(picture)); }
@@ -114,15 +115,7 @@ void QtHost::ShowMessage(const String& text) {
 
 std::optional<FolderItem> QtHost::AskForFile(const FileRequest& request) {
   const ModalScope scope(*this);
-  OpenFileRequest asked{
-      .title = request.title, .initialDirectory = {}, .filterName = {}, .suffixes = {}};
-  if (request.initialDirectory) asked.initialDirectory = request.initialDirectory->NativePath();
-  if (request.filter) {
-    asked.filterName = request.filter->Name;
-    asked.suffixes = request.filter->Suffixes();
-  }
-  const auto path = qt::AskForFile(asked, FrontWidget());
-  return path ? std::optional(FolderItem(*path)) : std::nullopt;
+  return qt::AskForFile(request, FrontWidget());
 }
 
 void QtHost::ShowURL(const String& url) {
@@ -134,7 +127,6 @@ void QtHost::Run() {
   const int status = QApplication::exec();
   if (!quitting_) exitStatus_ = status;
   quitting_ = true;
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void QtHost::Start() {

@@ -12,6 +12,7 @@
 #include <limits>
 
 #include "platform/Exceptions.h"
+#include "support/AsOrdinaryUser.h"
 #include "support/TemporaryFolder.h"
 
 namespace vintrace::test {
@@ -93,19 +94,12 @@ TEST(BinaryStream, ASocketDoesNotOpen) {
 }
 
 TEST(BinaryStream, AFileThatTheUserMayNotReadDoesNotOpen) {
-  constexpr uid_t Nobody = 65534;
   const TemporaryFolder folder;
   const FolderItem item = folder.File("a.indd", "abc");
   fs::permissions(folder.Path(), fs::perms::all);
   fs::permissions(item.NativePath(), fs::perms::none);
-  const uid_t user = geteuid();
-  if (user == 0) {
-    ASSERT_EQ(seteuid(Nobody), 0);
-  }
+  const AsOrdinaryUser user;
   EXPECT_EQ(OpenError(item), EACCES);
-  if (user == 0) {
-    ASSERT_EQ(seteuid(user), 0);
-  }
 }
 
 TEST(BinaryStream, TakesNamesOfAnyBytesAndNeverOnesCutShort) {

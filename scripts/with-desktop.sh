@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Runs a command on an X server and window manager of its own: scripts/with-desktop.sh COMMAND [ARG…]
+# Both end with the command, whose exit status it is.
+set -euo pipefail
+folder=$(mktemp -d)
+
+end() {
+  kill "${manager:-}" "${server:-}" 2>/dev/null || true
+  wait 2>/dev/null || true
+  rm -rf "$folder"
+}
+trap end EXIT
+
+mkfifo "$folder/display"
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$folder/display" >"$folder/log" 2>&1 &
+server=$!
+read -r number <"$folder/display" || { cat "$folder/log" >&2; exit 1; }
+export DISPLAY=":$number"
+unset WAYLAND_DISPLAY
+export XDG_RUNTIME_DIR="$folder/runtime" XDG_CACHE_HOME="${XDG_CACHE_HOME:-$folder/cache}"
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+
+openbox --sm-disable >/dev/null 2>&1 &
+manager=$!
+# The manager is there when it has put its mark on the root window.
+for _ in $(seq 100); do
+  xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
+  sleep 0.05
+done
+
+"$@"

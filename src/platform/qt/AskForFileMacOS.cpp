@@ -1,0 +1,33 @@
+// macOS has a dialog of its own, and only names that are valid UTF-8.
+
+#include <QFile>
+#include <QFileDialog>
+
+#include "platform/FileRequest.h"
+#include "platform/qt/AskForFile.h"
+#include "platform/qt/DisplayText.h"
+
+namespace vintrace::qt {
+namespace {
+
+QString PatternsOf(const FileType& type) {
+  QStringList patterns;
+  for (const auto& suffix : type.Suffixes()) patterns << '*' + DisplayText(suffix);
+  return DisplayText(type.Name) + " (" + patterns.join(' ') + ')';
+}
+
+}  // namespace
+
+std::optional<FolderItem> AskForFile(const FileRequest& request, QWidget* parent) {
+  const QString folder =
+      request.initialDirectory
+          ? QFile::decodeName(QByteArray::fromStdString(request.initialDirectory->NativePath()))
+          : QString();
+  const QString file =
+      QFileDialog::getOpenFileName(parent, DisplayText(request.title), folder,
+                                   request.filter ? PatternsOf(*request.filter) : QString());
+  if (file.isEmpty()) return std::nullopt;
+  return FolderItem(QFile::encodeName(file).toStdString());
+}
+
+}  // namespace vintrace::qt

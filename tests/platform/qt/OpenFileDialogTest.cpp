@@ -1,0 +1,377 @@
+#include "platform/qt/OpenFileDialog.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeView>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "platform/FileRequest.h"
+#include "platform/qt/AskForFile.h"
+#include "support/AsOrdinaryUser.h"
+
+namespace vintrace::qt {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A home of its own for each test.
+class OpenFileDialogTest : public testing::Test {
+ protected:
+  void SetUp() override { qputenv("HOME", QByteArray::fromStdString(Home().native())); }
+  // The toolkit's removal stops at the very names that the tests are about.
+  void TearDown() override {
+    qputenv("HOME", oldHome_);
+    fs::permissions(Home() / "closed", fs::perms::owner_all, ignored_);
+    fs::remove_all(Home(), ignored_);
+  }
+
+  fs::path Home() const { return directory_.path().toStdString(); }
+
+  void MakeFile(const fs::path& name) const {
+    fs::create_directories((Home() / name).parent_path());
+    std::ofstream(Home() / name) << "text";
+  }
+
+  FileRequest Request() const {
+    FileType documents;
+    documents.Name = "indd";
+    documents.Extensions = ".indd";
+    return {.title = "", .initialDirectory = FolderItem(Home()), .filter = documents};
+  }
+
+  /// A request for any item, to begin in `folder`.
+  static FileRequest AnyIn(const std::optional<fs::path>& folder) {
+    if (!folder) return {};
+    return {.title = "", .initialDirectory = FolderItem(*folder), .filter = {}};
+  }
+
+ private:
+  int argc_ = 1;
+  char name_[9] = "vintrace";
+  char* argv_[2] = {name_, nullptr};
+  const QApplication application_{argc_, argv_};
+  const QByteArray oldHome_ = qgetenv("HOME");
+  const QTemporaryDir directory_;
+  std::error_code ignored_;
+};
+
+/// An open dialog, as a user sees and handles it.
+class Screen {
+ public:
+  explicit Screen(const FileRequest& request) : dialog(request) {
+    dialog.show();
+    dialog.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+  }
+
+  std::vector<std::string> Rows() const {
+    std::vector<std::string> rows;
+    for (int row = 0; row < list.model()->rowCount(); ++row) {
+      rows.push_back(list.model()->index(row, 0).data().toString().toStdString());
+    }
+    return rows;
+  }
+  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+  }
+  void Click(int row, int column = 0, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, Place(row, column));
+  }
+  void DoubleClick(int row) {
+    Click(row);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, Place(row, 0));
+  }
+  void Type(const std::string& text) {
+    name.setFocus();
+    QTest::keyClicks(&name, QString::fromStdString(text));
+  }
+  std::string Selected() const {
+    const auto rows = list.selectionModel()->selectedRows();
+    return rows.isEmpty() ? "" : rows.front().data().toString().toStdString();
+  }
+  std::string Status() const { return status.text().toStdString(); }
+
+  OpenFileDialog dialog;
+  QTreeView& list = *dialog.findChild<QTreeView*>();
+  QLineEdit& name = *dialog.findChild<QLineEdit*>("name");
+  QLineEdit& path = *dialog.findChild<QLineEdit*>("path");
+  QLabel& status = *dialog.findChild<QLabel*>("status");
+  QComboBox& filter = *dialog.findChild<QComboBox*>("filter");
+  QPushButton& open = Button(QDialogButtonBox::AcceptRole);
+  QPushButton& cancel = Button(QDialogButtonBox::RejectRole);
+
+ private:
+  QPushButton& Button(QDialogButtonBox::ButtonRole role) const {
+    const auto* box = dialog.findChild<QDialogButtonBox*>();
+    const auto buttons = box->findChildren<QPushButton*>();
+    return **std::find_if(buttons.begin(), buttons.end(),
+                          [&](auto* button) { return box->buttonRole(button) == role; });
+  }
+  QPoint Place(int row, int column) const {
+    return list.visualRect(list.model()->index(row, column)).center();
+  }
+};
+
+using Strings = std::vector<std::string>;
+
+TEST_F(OpenFileDialogTest, ListsFoldersFirstInNaturalOrderAndOnlyWhatCanBeChosen) {
+  for (const char* name :
+       {"p10.indd", "p9.INDD", "表紙.indd", "notes.txt", ".draft.indd", "z/x.indd"}) {
+    MakeFile(name);
+  }
+  fs::create_directory_symlink(Home() / "z", Home() / "to z");
+  fs::create_symlink("nowhere", Home() / "dangling.indd");
+  ASSERT_EQ(mkfifo((Home() / "fifo.indd").c_str(), 0600), 0);
+
+  Screen screen(Request());
+  EXPECT_EQ(screen.Rows(), (Strings{"to z", "z", "p9.INDD", "p10.indd", "表紙.indd"}));
+  screen.Click(3);
+  screen.Key(Qt::Key_H, Qt::ControlModifier);
+  EXPECT_EQ(screen.Rows().at(2), ".draft.indd");
+  EXPECT_EQ(screen.Selected(), "p10.indd");
+  screen.Key(Qt::Key_H, Qt::ControlModifier);
+  QTest::keyClick(&screen.filter, Qt::Key_Down);
+  EXPECT_EQ(screen.Rows(), (Strings{"to z", "z", "notes.txt", "p9.INDD", "p10.indd", "表紙.indd"}));
+}
+
+TEST_F(OpenFileDialogTest, NamesThatLookAlikeGiveTheirOwnBytes) {
+  const std::set<std::string> names = {"\xFF\xFE.indd", "\xFE\xFF.indd", "\xEF\xBF\xBD\n.indd",
+                                       "line\nfeed.indd", "line\u2028feed.indd"};
+  for (const auto& name : names) MakeFile(name);
+  std::set<std::string> chosen;
+  for (int row = 0; row < 5; ++row) {
+    Screen screen(Request());
+    screen.Click(row);
+    QTest::mouseClick(&screen.open, Qt::LeftButton);
+    chosen.insert(fs::path(screen.dialog.ChosenPath().value()).filename());
+  }
+  EXPECT_EQ(chosen, names);
+}
+
+TEST_F(OpenFileDialogTest, AFolderWithAnInvalidNameIsEnteredWithReturnAndWithADoubleClick) {
+  MakeFile("\xFF\xFE/\x83.indd");
+  Screen screen(Request());
+  screen.Key(Qt::Key_Down);
+  screen.Key(Qt::Key_Return);
+  EXPECT_EQ(screen.dialog.Folder(), Home() / "\xFF\xFE");
+  EXPECT_FALSE(screen.open.isEnabled());
+  screen.Key(Qt::Key_Backspace);
+  screen.DoubleClick(0);
+  EXPECT_EQ(screen.dialog.Folder(), Home() / "\xFF\xFE");
+  screen.DoubleClick(0);
+  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "\xFF\xFE/\x83.indd").native());
+}
+
+TEST_F(OpenFileDialogTest, EveryWayUpSelectsTheFolderThatWasLeft) {
+  MakeFile("a/x.indd");
+  MakeFile("\xFF/x.indd");
+  Screen screen(AnyIn(Home() / "\xFF"));
+  const std::vector<std::function<void()>> ways = {
+      [&] { screen.Key(Qt::Key_Backspace); }, [&] { screen.Key(Qt::Key_Up, Qt::AltModifier); },
+      [&] { screen.dialog.findChild<QToolButton*>()->click(); }};
+  for (const auto& goUp : ways) {
+    goUp();
+    EXPECT_EQ(screen.dialog.Folder(), Home());
+    EXPECT_EQ(screen.Selected(), "\uFFFD");
+    screen.Key(Qt::Key_Return);
+  }
+  EXPECT_EQ(screen.dialog.Folder(), Home() / "\xFF");
+}
+
+TEST_F(OpenFileDialogTest, KeysStartBeforeTheFirstRowWhenNoneIsSelected) {
+  for (const char* name : {"alpha.indd", "beta.indd", "gamma.indd"}) MakeFile(name);
+  const struct {
+    Qt::Key key;
+    std::string selected;
+  } rows[] = {{Qt::Key_A, "alpha.indd"}, {Qt::Key_Down, "alpha.indd"}, {Qt::Key_End, "gamma.indd"}};
+  for (const auto& [key, selected] : rows) {
+    Screen screen(Request());
+    screen.Key(key);
+    EXPECT_EQ(screen.Selected(), selected);
+    screen.Type(".");
+    screen.Key(Qt::Key_Return);
+    screen.list.setFocus();
+    screen.Key(key);
+    EXPECT_EQ(screen.Selected(), selected) << "after the folder was entered anew";
+  }
+}
+
+TEST_F(OpenFileDialogTest, TypeAheadSearchesNamesWhicheverColumnWasClicked) {
+  for (const char* name : {"alpha.indd", "beta.indd"}) MakeFile(name);
+  Screen screen(Request());
+  screen.Click(0, 2);
+  screen.Key(Qt::Key_B);
+  EXPECT_EQ(screen.Selected(), "beta.indd");
+}
+
+TEST_F(OpenFileDialogTest, ATypedFolderIsEnteredAndATypedFileChosen) {
+  MakeFile("sub/x.txt");
+  Screen screen(Request());
+  screen.Type("~/sub/");
+  screen.Key(Qt::Key_Return);
+  EXPECT_EQ(screen.dialog.Folder(), Home() / "sub");
+  EXPECT_EQ(screen.name.text(), "");
+  screen.Type("x.txt");
+  screen.Key(Qt::Key_Return);
+  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "sub/x.txt").native());
+}
+
+TEST_F(OpenFileDialogTest, WhatCannotBeOpenedIsSaidAndTheDialogStays) {
+  MakeFile("x.indd");
+  fs::create_symlink("loop", Home() / "loop");
+  ASSERT_EQ(mkfifo((Home() / "fifo").c_str(), 0600), 0);
+  const struct {
+    std::string typed, said;
+  } rows[] = {
+      {"no.indd", "「no.indd」は見つかりません"},
+      {"~x", "「~x」は見つかりません"},
+      {"x.indd/y", "は見つかりません"},
+      {"%1", "「%1」は見つかりません"},
+      {"fifo", "「fifo」は通常のファイルではないため開けません"},
+      {"/dev/null", "「/dev/null」は通常のファイルではないため開けません"},
+      {"loop", "「loop」を開けません: " +
+                   std::make_error_code(std::errc::too_many_symbolic_link_levels).message()},
+  };
+  Screen screen(Request());
+  for (const auto& [typed, said] : rows) {
+    screen.name.clear();
+    screen.Type(typed);
+    screen.Key(Qt::Key_Return);
+    EXPECT_NE(screen.Status().find(said), std::string::npos) << screen.Status();
+    EXPECT_TRUE(screen.dialog.isVisible());
+    screen.Key(Qt::Key_Backspace);
+    EXPECT_EQ(screen.Status(), "1 項目") << "the message goes with the next key";
+    EXPECT_EQ(screen.dialog.Folder(), Home()) << "in this line the key is no way up";
+  }
+}
+
+TEST_F(OpenFileDialogTest, AZeroByteDoesNotCutAPathShort) {
+  MakeFile("x.indd");
+  Screen screen(Request());
+  screen.name.insert(QStringLiteral("x.indd") + QChar(0) + "y");
+  emit screen.name.textEdited(screen.name.text());
+  screen.open.click();
+  EXPECT_EQ(screen.dialog.ChosenPath(), std::nullopt);
+}
+
+TEST_F(OpenFileDialogTest, AFolderThatIsGoneIsSaidAndOneStays) {
+  MakeFile("gone/x.indd");
+  Screen screen(Request());
+  fs::remove_all(Home() / "gone");
+  screen.DoubleClick(0);
+  EXPECT_EQ(screen.Status(), "「gone」は見つかりません");
+  EXPECT_EQ(screen.path.text().toStdString(), Home().native());
+}
+
+TEST_F(OpenFileDialogTest, AFolderThatCannotBeReadGivesTheSystemsReasonAndOneStays) {
+  MakeFile("closed/x.indd");
+  constexpr auto OnlyThrough =
+      fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
+  fs::permissions(Home() / "closed", OnlyThrough);
+  fs::permissions(Home(), fs::perms::all);
+  const test::AsOrdinaryUser user;
+
+  Screen screen(Request());
+  screen.DoubleClick(0);
+  EXPECT_EQ(screen.Status(), "「closed」を表示できません: Permission denied");
+  EXPECT_EQ(screen.Rows(), Strings{"closed"});
+  screen.Type("closed/x.indd");
+  screen.Key(Qt::Key_Return);
+  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "closed/x.indd").native());
+}
+
+TEST_F(OpenFileDialogTest, OpenIsThereOnlyForASelectionOrATypedName) {
+  MakeFile("\xFF.indd");
+  Screen screen(Request());
+  EXPECT_FALSE(screen.open.isEnabled());
+  screen.Click(0);
+  EXPECT_TRUE(screen.open.isEnabled());
+  screen.Click(0, 0, Qt::ControlModifier);
+  EXPECT_FALSE(screen.open.isEnabled()) << "the drawn name must not stay behind as a typed one";
+  screen.Type("a");
+  EXPECT_TRUE(screen.open.isEnabled());
+}
+
+TEST_F(OpenFileDialogTest, AnEditedNameCountsAndNotTheRowItCameFrom) {
+  MakeFile("a.indd");
+  MakeFile("a.indd2");
+  Screen screen(Request());
+  screen.Click(0);
+  screen.Type("2");
+  screen.Key(Qt::Key_Return);
+  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "a.indd2").native());
+}
+
+TEST_F(OpenFileDialogTest, CancellingChoosesNothing) {
+  MakeFile("a.indd");
+  const std::vector<std::function<void(Screen&)>> ways = {
+      [](Screen& screen) { screen.Key(Qt::Key_Escape); },
+      [](Screen& screen) { QTest::mouseClick(&screen.cancel, Qt::LeftButton); },
+      [](Screen& screen) { screen.dialog.close(); }};
+  for (const auto& cancel : ways) {
+    Screen screen(Request());
+    screen.Click(0);
+    cancel(screen);
+    EXPECT_FALSE(screen.dialog.isVisible());
+    EXPECT_EQ(screen.dialog.ChosenPath(), std::nullopt);
+  }
+}
+
+/// Does `act` with the dialog that `AskForFile` is about to bring up.
+void WhenAsked(std::function<void(OpenFileDialog&)> act) {
+  QTimer::singleShot(0, [act = std::move(act)] {
+    auto* dialog = dynamic_cast<OpenFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    act(*dialog);
+  });
+}
+
+TEST_F(OpenFileDialogTest, TheFolderOfTheLastChoiceComesUpAgainUnlessItIsGone) {
+  MakeFile("sub/x.indd");
+  const auto folderAskedIn = [](const std::optional<fs::path>& initialDirectory) {
+    fs::path folder;
+    WhenAsked([&](OpenFileDialog& dialog) {
+      folder = dialog.Folder();
+      dialog.reject();
+    });
+    EXPECT_FALSE(AskForFile(AnyIn(initialDirectory), nullptr));
+    return folder;
+  };
+  WhenAsked([](OpenFileDialog& dialog) {
+    QTest::keyClicks(dialog.findChild<QLineEdit*>("name"), "sub/x.indd\r");
+  });
+  EXPECT_EQ(AskForFile(Request(), nullptr)->NativePath(), (Home() / "sub/x.indd").native());
+  EXPECT_EQ(folderAskedIn(std::nullopt), Home() / "sub");
+  EXPECT_EQ(folderAskedIn(Home() / "missing"), Home());
+  fs::remove_all(Home() / "sub");
+  EXPECT_EQ(folderAskedIn(std::nullopt), Home());
+}
+
+TEST_F(OpenFileDialogTest, TheEndOfTheParentIsACancel) {
+  auto* parent = new QWidget;
+  WhenAsked([parent](OpenFileDialog&) { delete parent; });
+  EXPECT_FALSE(AskForFile(Request(), parent));
+}
+
+}  // namespace
+}  // namespace vintrace::qt

@@ -1,0 +1,314 @@
+// The program on real widgets, without a screen.
+
+#include "platform/qt/QtHost.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <filesystem>
+
+#include "platform/Desktop.h"
+#include "platform/Exceptions.h"
+#include "platform/qt/WindowWidget.h"
+#include "resources/Endpoints.h"
+#include "shell/Window1.h"
+
+namespace vintrace::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// The real host, but for the browser.
+class HostUnderTest : public qt::QtHost {
+ public:
+  using QtHost::QtHost;
+  void ShowURL(const String& url) override { urls.push_back(url); }
+  Lines urls;
+};
+
+/// Tells what is raised in it.
+class RecordingApplication : public Application {
+ public:
+  explicit RecordingApplication(Lines& story) : story_(story) {}
+  std::function<void()> onDocument;
+
+ protected:
+  void Event_Open() override { story_.emplace_back("open"); }
+  void Event_OpenDocument(const std::optional<FolderItem>& item) override {
+    story_.push_back("document " + item->NativePath());
+    if (onDocument) onDocument();
+    story_.push_back("done");
+  }
+
+ private:
+  Lines& story_;
+};
+
+class QtHostTest : public testing::Test {
+ protected:
+  /// The host of a program that was started with these arguments.
+  HostUnderTest& Start(Lines arguments = {}) {
+    arguments_ = std::move(arguments);
+    arguments_.insert(arguments_.begin(), "vintrace");
+    for (auto& argument : arguments_) argv_.push_back(argument.data());
+    host_.emplace(static_cast<int>(argv_.size()), argv_.data());
+    auto application = std::make_unique<RecordingApplication>(story);
+    app = application.get();
+    host_->_RuntimeRegisterAppObject(std::move(application));
+    return *host_;
+  }
+
+  /// A shown window of the document `name`.
+  std::shared_ptr<Window1> NewWindow(const String& name) {
+    auto window = Window::New<Window1>();
+    window->SetDocumentName(name);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Widget(*window).isVisible(); }));
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&Widget(*window)));
+    return window;
+  }
+
+  QWidget& Widget(const Window& window) { return *host_->WidgetOf(window); }
+
+  template <class W = QWidget>
+  W& Child(const Window& window, const char* name) {
+    return *Widget(window).findChild<W*>(name);
+  }
+
+  /// Presses the button of the message box that comes up, and hands its text to `seen`.
+  static void AnswerBox(const std::function<void(QMessageBox&)>& seen) {
+    QTimer::singleShot(0, [seen] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      seen(*box);
+      box->buttons().constFirst()->click();
+    });
+  }
+
+  Lines story;
+  RecordingApplication* app = nullptr;
+
+ private:
+  Lines arguments_;
+  std::vector<char*> argv_;
+  std::optional<HostUnderTest> host_;
+};
+
+struct ControlCase {
+  const char* name;
+  QRect place;
+  const char* text;
+  int pixelSize;
+};
+
+TEST_F(QtHostTest, Window1HasItsControlsWhereTheyBelong) {
+  Start();
+  const auto window = NewWindow("a.indd");
+  const QWidget& widget = Widget(*window);
+  EXPECT_EQ(widget.size(), QSize(280, 150));
+  EXPECT_EQ(widget.minimumSize(), widget.maximumSize());
+  EXPECT_EQ(widget.windowTitle(), "a.indd");
+  EXPECT_TRUE(widget.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+  EXPECT_FALSE(widget.windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+  EXPECT_FALSE(widget.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+
+  const ControlCase cases[] = {
+      {"PushButton2", {183, 111, 69, 20}, "閉じる", 12},
+      {"StaticText1", {20, 10, 240, 20}, "Vintrace CS", 12},
+      {"StaticText2", {104, 38, 161, 20}, "Adobe InDesign CS3", 12},
+      {"StaticText3", {105, 57, 137, 18}, "Macintosh Edition", 10},
+      {"StaticText5", {105, 78, 160, 25}, "サブバージョン不明", 14},
+      {"Label1", {183, 12, 91, 20}, "a.indd", 0},
+      {"Canvas1", {34, 38, 48, 48}, "", 0},
+      {"StaticText4", {20, 114, 114, 20}, endpoints::WebPage.data(), 12},
+      {"PushButton3", {20, 111, 142, 20}, "該当バージョンで開く", 12},
+  };
+  int index = 0;
+  for (const auto& [name, place, text, pixelSize] : cases) {
+    SCOPED_TRACE(name);
+    QWidget& control = Child(*window, name);
+    EXPECT_EQ(window->Control(index++)->Design().name, name);
+    EXPECT_EQ(control.geometry(), place);
+    EXPECT_EQ(control.isVisible(), control.objectName() != "Label1");
+    EXPECT_EQ(control.isEnabled(), control.objectName() != "Label1");
+    EXPECT_EQ(control.property("text").toString().toStdString(), text);
+    EXPECT_EQ(control.font().pixelSize(), pixelSize > 0 ? pixelSize : QFont().pixelSize());
+  }
+}
+
+TEST_F(QtHostTest, TheAccessorsOfWindow1GiveTheControlsOfTheirNames) {
+  Start();
+  const auto window = NewWindow("a.indd");
+  const std::pair<const RectControl*, const char*> controls[] = {
+      {&window->PushButton2(), "PushButton2"}, {&window->StaticText1(), "StaticText1"},
+      {&window->StaticText2(), "StaticText2"}, {&window->StaticText3(), "StaticText3"},
+      {&window->StaticText5(), "StaticText5"}, {&window->Label1(), "Label1"},
+      {&window->Canvas1(), "Canvas1"},         {&window->StaticText4(), "StaticText4"},
+      {&window->PushButton3(), "PushButton3"},
+  };
+  for (const auto& [control, name] : controls) EXPECT_EQ(control->Design().name, name);
+}
+
+TEST_F(QtHostTest, TheTabKeyGoesRoundByTabIndex) {
+  Start();
+  const auto window = NewWindow("a.indd");
+  Child(*window, "PushButton2").setFocus();
+  QTest::keyClick(&Widget(*window), Qt::Key_Tab);
+  EXPECT_EQ(Widget(*window).focusWidget()->objectName(), "PushButton3");
+  QTest::keyClick(&Widget(*window), Qt::Key_Tab);
+  EXPECT_EQ(Widget(*window).focusWidget()->objectName(), "PushButton2");
+}
+
+TEST_F(QtHostTest, TheButtonCoversTheLinkUntilItIsHidden) {
+  auto& host = Start();
+  const auto window = NewWindow("a.indd");
+  const QPoint middle = Child(*window, "StaticText4").geometry().center();
+  QTest::mouseClick(Widget(*window).windowHandle(), Qt::LeftButton, {}, middle);
+  EXPECT_EQ(host.urls, Lines{});
+  window->SetOpenable(false);
+  QTest::mouseClick(Widget(*window).windowHandle(), Qt::LeftButton, {}, middle);
+  EXPECT_EQ(host.urls, Lines{std::string(endpoints::WebPage)});
+}
+
+TEST_F(QtHostTest, TheLinkFollowsTheMouse) {
+  auto& host = Start();
+  const auto window = NewWindow("a.indd");
+  window->SetOpenable(false);
+  const auto& link = Child<QLabel>(*window, "StaticText4");
+  auto* surface = Widget(*window).windowHandle();
+  const auto color = [&] { return link.palette().color(QPalette::WindowText); };
+  const QPoint inside = link.geometry().center();
+  const QPoint outside(270, 5);
+
+  EXPECT_EQ(color(), QColor(0, 0, 255));
+  QTest::mouseMove(surface, inside);
+  EXPECT_EQ(color(), QColor(255, 0, 0));
+  QTest::mouseMove(surface, outside);
+  EXPECT_EQ(color(), QColor(0, 0, 255));
+
+  // A release away from the link still follows it; the other buttons do nothing.
+  QTest::mouseClick(surface, Qt::RightButton, {}, inside);
+  QTest::mousePress(surface, Qt::LeftButton, {}, inside);
+  EXPECT_EQ(host.urls, Lines{});
+  QTest::mouseRelease(surface, Qt::LeftButton, {}, outside);
+  EXPECT_EQ(host.urls.size(), 1U);
+  EXPECT_FALSE(link.font().underline());
+}
+
+TEST_F(QtHostTest, HostileTextsAreDrawnSafelyAndGivenBackUnchanged) {
+  Start();
+  const String build("8.\0\n<b>\xFF\x1B", 9);
+  const auto window = NewWindow("<b>[*]&\n\xFF.indd");
+  window->SetBuildText(build);
+  EXPECT_EQ(window->BuildText(), build);
+  const auto& label = Child<QLabel>(*window, "StaticText5");
+  EXPECT_EQ(label.text(), "8.\uFFFD\uFFFD<b>\uFFFD\uFFFD");
+  EXPECT_EQ(label.textFormat(), Qt::PlainText);
+  EXPECT_EQ(Widget(*window).windowTitle(), "<b>[*][*]&\uFFFD\uFFFD.indd");
+  EXPECT_EQ(Widget(*window).windowHandle()->title(), "<b>[*]&\uFFFD\uFFFD.indd");
+}
+
+TEST_F(QtHostTest, ATextTooLongForItsPlaceEndsInAnEllipsis) {
+  Start();
+  const auto window = NewWindow("a.indd");
+  const String text = String(200, 'w') + "<i>";
+  window->SetProductText(text);
+  const auto& label = Child<QLabel>(*window, "StaticText2");
+  EXPECT_TRUE(label.text().endsWith(QChar(0x2026)));
+  EXPECT_LE(label.fontMetrics().horizontalAdvance(label.text()), label.width());
+  EXPECT_TRUE(label.toolTip().contains("&lt;i&gt;"));
+  EXPECT_EQ(window->StaticText2().Text(), text);
+}
+
+TEST_F(QtHostTest, ThePictureIsDrawnInItsPlace) {
+  Start();
+  const auto window = NewWindow("a.indd");
+  const QRect place = Child(*window, "Canvas1").geometry();
+  const QImage without = Widget(*window).grab(place).toImage();
+  window->SetPicture(pictures::cs6);
+  const QImage drawn = Widget(*window).grab(place).toImage();
+  EXPECT_EQ(drawn.size(), QSize(48, 48));
+  EXPECT_NE(drawn, without);
+  window->SetPicture(pictures::cs5);
+  EXPECT_NE(Widget(*window).grab(place).toImage(), drawn);
+}
+
+TEST_F(QtHostTest, APressInAWindowBehindBringsItToTheFrontBeforeItActs) {
+  auto& host = Start();
+  const auto a = NewWindow("a.indd");
+  const auto b = NewWindow("b.indd");
+  ASSERT_EQ(host.Windows().At(0), b);
+  QTest::mouseClick(&Child(*a, "PushButton2"), Qt::LeftButton);
+  EXPECT_FALSE(a->IsOpen());
+  EXPECT_TRUE(b->IsOpen());
+}
+
+TEST_F(QtHostTest, TheCloseBoxClosesAndLeavesTheOthers) {
+  auto& host = Start();
+  const auto a = NewWindow("a.indd");
+  const auto b = NewWindow("b.indd");
+  Widget(*b).close();
+  EXPECT_FALSE(b->IsOpen());
+  EXPECT_EQ(host.Windows().At(0), a);
+  EXPECT_EQ(host.WidgetOf(*b), nullptr);
+}
+
+TEST_F(QtHostTest, DocumentsOfTheCommandLineComeAfterTheStartInOrderAsBytes) {
+  auto& host = Start({"/tmp/a.indd", "-style", "/tmp/\xFF\n.indd", "b.indd"});
+  int documents = 0;
+  app->onDocument = [&] {
+    if (++documents == 4) desktop::Quit(3);
+  };
+  host.Run();
+  const std::string here = std::filesystem::current_path();
+  EXPECT_EQ(story,
+            (Lines{"open", "document /tmp/a.indd", "done", "document " + here + "/-style", "done",
+                   "document /tmp/\xFF\n.indd", "done", "document " + here + "/b.indd", "done"}));
+  EXPECT_EQ(host.ExitStatus(), 3);
+}
+
+TEST_F(QtHostTest, WhileABoxIsOpenNoDocumentIsHandedOver) {
+  auto& host = Start({"/a.indd", "/b.indd"});
+  Lines shown;
+  app->onDocument = [&] {
+    if (story.back() == "document /b.indd") return desktop::Quit(0);
+    AnswerBox([&](QMessageBox& box) {
+      host.HandOver(FolderItem("/c.indd"));
+      QTest::qWait(20);  // A loop of the box in which the documents could come.
+      shown.push_back(box.text().toStdString());
+      EXPECT_EQ(box.textFormat(), Qt::PlainText);
+    });
+    desktop::MsgBox("<b>一</b>\n\x1B二");
+  };
+  host.Run();
+  EXPECT_EQ(shown, Lines{"<b>一</b>\n\uFFFD二"});
+  EXPECT_EQ(story, (Lines{"open", "document /a.indd", "done", "document /b.indd", "done"}))
+      << "and what waits when the program quits is dropped";
+}
+
+TEST_F(QtHostTest, WhatBreaksInAnEventIsReportedAndTheNextOneComes) {
+  auto& host = Start({"/a.indd", "/b.indd"});
+  std::string report;
+  app->onDocument = [&] {
+    if (story.back() == "document /b.indd") return desktop::Quit(0);
+    AnswerBox([&](QMessageBox& box) { report = box.text().toStdString(); });
+    throw RuntimeException("broken");
+  };
+  host.Run();
+  EXPECT_EQ(report, "予期しないエラーが起こりました。\nbroken");
+  EXPECT_EQ(story.size(), 4U);
+}
+
+TEST_F(QtHostTest, TheSystemsQuitRequestEndsTheProgramWithItsWindows) {
+  auto& host = Start();
+  const auto window = NewWindow("a.indd");
+  QTimer::singleShot(0, [] { QApplication::quit(); });
+  host.Run();
+  EXPECT_EQ(host.ExitStatus(), 0);
+}
+
+}  // namespace
+}  // namespace vintrace::test
