@@ -46,7 +46,7 @@ class DesktopTest : public testing::Test {
     std::filesystem::permissions(folder.Path() / "xdg-open", std::filesystem::perms::owner_all);
   }
 
-  ~DesktopTest() override {
+  void TearDown() override {
     program.terminate();
     program.waitForFinished(Patience);
   }

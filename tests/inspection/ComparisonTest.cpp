@@ -20,16 +20,18 @@ class DocumentGenerator {
     DocumentBuilder document(Size());
     if (OneIn(3)) document.BigEndian();
     if (!OneIn(50)) document.Release(Version(), OneIn(3) ? 5 : 0);
-    for (int pieces = Between(0, 5); pieces > 0; --pieces) PutPiece(document);
+    for (auto pieces = Between(0, 5); pieces > 0; --pieces) PutPiece(document);
     std::string bytes = document.Bytes();
     if (OneIn(4))
-      bytes.resize(static_cast<std::size_t>(Between(0, static_cast<int>(bytes.size()))));
+      bytes.resize(static_cast<std::size_t>(Between(0, static_cast<std::int64_t>(bytes.size()))));
     return bytes;
   }
 
  private:
-  int Between(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
-  bool OneIn(int n) { return Between(1, n) == 1; }
+  std::int64_t Between(std::int64_t low, std::int64_t high) {
+    return std::uniform_int_distribution(low, high)(random_);
+  }
+  bool OneIn(std::int64_t n) { return Between(1, n) == 1; }
 
   std::uint8_t Version() {
     return static_cast<std::uint8_t>(OneIn(20) ? Between(0, 255) : Between(3, 14));
@@ -42,16 +44,18 @@ class DocumentGenerator {
   }
 
   /// An offset at which a block begins or ends.
-  int Boundary() {
-    const int block = static_cast<int>(BodyStart) + Between(0, 3) * static_cast<int>(BlockStride);
-    return OneIn(2) ? block : block + static_cast<int>(BlockSize);
+  std::int64_t Boundary() {
+    const auto block = static_cast<std::int64_t>(BodyStart) +
+                       Between(0, 3) * static_cast<std::int64_t>(BlockStride);
+    return OneIn(2) ? block : block + static_cast<std::int64_t>(BlockSize);
   }
 
   std::string BuildLike() {
     constexpr std::string_view Alphabet("0123456789.5x\0\x01\x03\x40\x09", 18);
     std::string text;
-    for (int n = Between(0, 9); n > 0; --n) {
-      text += Alphabet[static_cast<std::size_t>(Between(0, static_cast<int>(Alphabet.size()) - 1))];
+    for (auto n = Between(0, 9); n > 0; --n) {
+      text += Alphabet[static_cast<std::size_t>(
+          Between(0, static_cast<std::int64_t>(Alphabet.size()) - 1))];
     }
     return text;
   }

@@ -58,21 +58,26 @@ std::optional<Release> ReleaseOf(int version, int following) {
     return Release{"Adobe InDesign CS6", "cs6", "8.", "\x09\x40\x38\x2E", "\x40\x09\x38\x2E"};
   if (version == 9)
     return Release{"Adobe InDesign CC", "cc", "9.", "\x09\x40\x39\x2E", "\x40\x09\x39\x2E"};
-  if (version == 10)
+  if (version == 10) {
     return Release{"Adobe InDesign CC 2014", "cc2014", "10.", "\x40\x31\x30\x2E",
                    "\x40\x31\x30\x2E"};
-  if (version == 11)
+  }
+  if (version == 11) {
     return Release{"Adobe InDesign CC 2015", "cc2015", "11.", "\x40\x31\x31\x2E",
                    "\x40\x31\x31\x2E"};
-  if (version == 12)
+  }
+  if (version == 12) {
     return Release{"Adobe InDesign CC 2017", "cc2017", "12.", "\x40\x31\x32\x2E",
                    "\x40\x31\x32\x2E"};
-  if (version == 13)
+  }
+  if (version == 13) {
     return Release{"Adobe InDesign CC 2018", "cc2018", "13.", "\x40\x31\x33\x2E",
                    "\x40\x31\x33\x2E"};
-  if (version == 14)
+  }
+  if (version == 14) {
     return Release{"Adobe InDesign CC 2019", "cc2019", "14.", "\x40\x31\x34\x2E",
                    "\x40\x31\x34\x2E"};
+  }
   return std::nullopt;
 }
 
@@ -172,7 +177,7 @@ std::string EditionText(int byte) {
 
 // The edition byte when the block was found by marker: its place counts from the field's end.
 int EditionByteFromEnd(std::string_view field, bool bigEndian, std::string_view prefix) {
-  const std::int64_t length = static_cast<std::int64_t>(field.size());
+  const auto length = static_cast<std::int64_t>(field.size());
   if (bigEndian) return ByteAt(field, length - 11);
   if (prefix.size() == 2) return ByteAt(field, length - 12);
   return ByteAt(field, length - 13);

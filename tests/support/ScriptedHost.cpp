@@ -30,6 +30,7 @@ void ScriptedHost::Quit(int exitStatus) {
 
 std::vector<std::string> ScriptedHost::Titles() {
   std::vector<std::string> titles;
+  titles.reserve(static_cast<std::size_t>(Windows().Count()));
   for (int i = 0; i < Windows().Count(); ++i) titles.push_back(Windows().At(i)->Title());
   return titles;
 }

@@ -22,6 +22,8 @@ class QtHost : public Host {
   /// to the working directory, raw bytes; each becomes an open-documents event of its own once the
   /// loop runs. None is read as an option, of Qt neither.
   QtHost(int argc, char* argv[]);
+  QtHost(const QtHost&) = delete;
+  QtHost& operator=(const QtHost&) = delete;
   ~QtHost() override;
 
   /// The icon of the program's windows.

@@ -21,6 +21,8 @@ class WindowWidget : public QWidget {
   /// `activated` is called each time that the user or the window manager brings the window to the
   /// front.
   WindowWidget(std::shared_ptr<vintrace::Window> window, std::function<void()> activated);
+  WindowWidget(const WindowWidget&) = delete;
+  WindowWidget& operator=(const WindowWidget&) = delete;
   ~WindowWidget() override;
 
   vintrace::Window& Shown() const { return *window_; }

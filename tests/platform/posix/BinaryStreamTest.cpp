@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <limits>
 
@@ -86,7 +85,7 @@ TEST(BinaryStream, ASocketDoesNotOpen) {
   address.sun_family = AF_UNIX;
   const FolderItem item = folder.Item("s.indd");
   ASSERT_LT(item.NativePath().size(), sizeof address.sun_path);
-  std::strcpy(address.sun_path, item.NativePath().c_str());
+  item.NativePath().copy(address.sun_path, sizeof address.sun_path - 1);
   const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
   ASSERT_EQ(bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
   EXPECT_NE(OpenError(item), 0);
