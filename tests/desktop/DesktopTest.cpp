@@ -70,13 +70,17 @@ class DesktopTest : public testing::Test {
                                       .NativePath());
   }
 
-  /// Waits for the one visible window with that title; 0 when none comes.
+  /// The visible windows with that title, a line each.
+  static QString VisibleWindows(const QString& title) {
+    return OutputOf("xdotool", {"search", "--onlyvisible", "--name", '^' + title + '$'});
+  }
+
+  static bool IsVisible(const QString& title) { return !VisibleWindows(title).isEmpty(); }
+
+  /// Waits for a visible window with that title; 0 when none comes.
   static WId WindowNamed(const QString& title) {
-    QString found;
-    const QStringList search{"search", "--onlyvisible", "--name", '^' + title + '$'};
-    const bool came =
-        QTest::qWaitFor([&] { return !(found = OutputOf("xdotool", search)).isEmpty(); }, Patience);
-    return came ? found.section('\n', 0, 0).toULongLong() : 0;
+    const bool came = QTest::qWaitFor([&] { return IsVisible(title); }, Patience);
+    return came ? VisibleWindows(title).section('\n', 0, 0).toULongLong() : 0;
   }
 
   static QImage Screenshot(WId window) {
@@ -139,11 +143,7 @@ TEST_F(DesktopTest, TheLinkOpensThePageAndTheButtonClosesTheWindow) {
       << opened();
 
   Click(window, {200, 120});
-  EXPECT_TRUE(QTest::qWaitFor(
-      [] {
-        return OutputOf("xdotool", {"search", "--onlyvisible", "--name", "^a.indd$"}).isEmpty();
-      },
-      Patience));
+  EXPECT_TRUE(QTest::qWaitFor([] { return !IsVisible("a.indd"); }, Patience));
   EXPECT_EQ(program.state(), QProcess::Running);
 }
 
@@ -152,6 +152,7 @@ TEST_F(DesktopTest, ADocumentThatCannotBeReadEndsTheProgramBehindAMessage) {
   StartWith({QString::fromStdString(folder.Path() / "folder.indd"), Document("b.indd", 8)});
   const WId box = WindowNamed("Vintrace");
   ASSERT_NE(box, 0U);
+  EXPECT_FALSE(IsVisible("folder.indd")) << "a window that tells nothing true";
   OutputOf("xdotool", {"windowactivate", "--sync", QString::number(box), "key", "Return"});
   ASSERT_TRUE(program.waitForFinished(Patience));
   EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);

@@ -35,13 +35,13 @@ class QtHost::FileOpenFilter : public QObject {
   QtHost& host_;
 };
 
-/// While a box or dialog has a loop of its own, documents wait.
+/// While a box or dialog has a loop of its own, documents and new windows wait.
 class QtHost::ModalScope {
  public:
   explicit ModalScope(QtHost& host) : host_(host) { ++host_.modalDepth_; }
   ~ModalScope() {
     --host_.modalDepth_;
-    host_.DeliverLater();
+    host_.CatchUpLater();
   }
   ModalScope(const ModalScope&) = delete;
   ModalScope& operator=(const ModalScope&) = delete;
@@ -77,7 +77,7 @@ WindowWidget* QtHost::WidgetOf(const Window& window) const {
 
 void QtHost::HandOver(const FolderItem& document) {
   handedOver_.push_back(document);
-  DeliverLater();
+  CatchUpLater();
 }
 
 void QtHost::Show(Window& window) {
@@ -85,8 +85,9 @@ void QtHost::Show(Window& window) {
     Windows().BringToFront(window.shared_from_this());
   });
   widgets_.emplace(&window, widget);
-  // Later: the handler that runs now fills the window, and it is to come up complete.
-  QTimer::singleShot(0, widget, [widget] { widget->show(); });
+  // Later: the handler that runs now fills the window, and it is to come up complete or not at all.
+  unshown_.emplace_back(widget);
+  CatchUpLater();
 }
 
 void QtHost::Changed(Window& window) {
@@ -132,19 +133,23 @@ void QtHost::Run() {
 void QtHost::Start() {
   Application().RaiseOpen();
   started_ = true;
-  DeliverLater();
+  CatchUpLater();
 }
 
-void QtHost::DeliverLater() {
-  QTimer::singleShot(0, &qtApplication_, [this] { DeliverOneDocument(); });
+void QtHost::CatchUpLater() {
+  QTimer::singleShot(0, &qtApplication_, [this] { CatchUp(); });
 }
 
-void QtHost::DeliverOneDocument() {
-  if (!started_ || quitting_ || modalDepth_ > 0 || handedOver_.empty()) return;
+void QtHost::CatchUp() {
+  if (quitting_ || modalDepth_ > 0) return;
+  for (const auto& widget : std::exchange(unshown_, {})) {
+    if (widget && widget->Shown().IsOpen()) widget->show();
+  }
+  if (!started_ || handedOver_.empty()) return;
   const FolderItem document = handedOver_.front();
   handedOver_.pop_front();
   Application().RaiseOpenDocument(document);
-  DeliverLater();
+  CatchUpLater();
 }
 
 void QtHost::Quit(int exitStatus) {
@@ -156,7 +161,8 @@ void QtHost::Quit(int exitStatus) {
 
 QWidget* QtHost::FrontWidget() const {
   const auto front = Host::Current().Windows().At(0);
-  return front ? WidgetOf(*front) : nullptr;
+  QWidget* widget = front ? WidgetOf(*front) : nullptr;
+  return widget != nullptr && widget->isVisible() ? widget : nullptr;
 }
 
 }  // namespace vintrace::qt

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QApplication>
+#include <QPointer>
 #include <deque>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 #include "platform/Host.h"
 
@@ -54,14 +56,18 @@ class QtHost : public Host {
   class ModalScope;
 
   void Start();
-  void DeliverLater();
-  void DeliverOneDocument();
+  /// Shows the windows and raises, one at a time, the documents that wait, as soon as the loop comes
+  /// round and no box or dialog is open.
+  void CatchUpLater();
+  void CatchUp();
+  /// The widget of the front window; nil when there is none or it isn't shown yet.
   QWidget* FrontWidget() const;
 
   int argc_ = 1;
   QApplication qtApplication_;
   std::unique_ptr<FileOpenFilter> fileOpenFilter_;
   std::unordered_map<const Window*, WindowWidget*> widgets_;
+  std::vector<QPointer<WindowWidget>> unshown_;
   std::deque<FolderItem> handedOver_;
   bool started_ = false;
   bool quitting_ = false;
