@@ -1,11 +1,11 @@
 # shellcheck shell=bash disable=SC2034
 # Sourced: makes sure that Debian packages are installed.
 
-# What the programs need to be built and run, what the tests need beyond it, and what only the checks
-# of the code itself need.
+# What the programs need to be built and run, what the tests need beyond it, and what only the
+# benchmarks and the checks of the code itself need.
 BUILD_PACKAGES=(cmake g++ ninja-build qt6-base-dev fonts-ipaexfont-gothic xdg-utils)
-TEST_PACKAGES=(libgtest-dev imagemagick openbox strace x11-utils xdotool xvfb)
-BENCH_PACKAGES=(libbenchmark-dev libxcb1-dev time)
+TEST_PACKAGES=(libgtest-dev openbox x11-utils xdotool xvfb)
+BENCH_PACKAGES=(libbenchmark-dev libxcb1-dev strace time xvfb)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)
 
 missing_packages() {

@@ -50,6 +50,7 @@ class LabelFace : public QLabel, public ControlFace {
   }
 
  protected:
+  void showEvent(QShowEvent*) override { RefreshText(); }
   void enterEvent(QEnterEvent*) override { label_.RaiseMouseEnter(); }
   void leaveEvent(QEvent*) override { label_.RaiseMouseExit(); }
 
@@ -70,11 +71,13 @@ class LabelFace : public QLabel, public ControlFace {
     setPalette(colors);
   }
 
-  /// A line too long for its place ends in an ellipsis; the whole of it is in the tool tip.
+  /// A line too long for its place ends in an ellipsis; the whole of it is in the tool tip. What
+  /// isn't seen isn't measured, as that loads a font for each of its scripts.
   void RefreshText() {
     const QString text = DisplayText(label_.Text());
+    const bool oneLineSeen = isVisible() && !label_.Multiline();
     const QString fitting =
-        label_.Multiline() ? text : QFontMetrics(font()).elidedText(text, Qt::ElideRight, width());
+        oneLineSeen ? QFontMetrics(font()).elidedText(text, Qt::ElideRight, width()) : text;
     setText(fitting);
     setToolTip(fitting == text ? QString() : "<qt>" + text.toHtmlEscaped() + "</qt>");
     setAccessibleName(text);

@@ -1,7 +1,9 @@
 #include "platform/qt/PictureIcon.h"
 
+#include <QBuffer>
 #include <QByteArray>
 #include <QHash>
+#include <QImageReader>
 #include <QPixmap>
 #include <string_view>
 
@@ -11,9 +13,12 @@ namespace vintrace::qt {
 namespace {
 
 QPixmap Decoded(std::string_view png, qreal devicePixelRatio) {
-  QPixmap pixmap;
-  pixmap.loadFromData(QByteArray::fromRawData(png.data(), static_cast<qsizetype>(png.size())),
-                      "PNG");
+  QByteArray bytes = QByteArray::fromRawData(png.data(), static_cast<qsizetype>(png.size()));
+  QBuffer buffer(&bytes);
+  // Without detection, which would load every image plugin of the system only to ask it.
+  QImageReader reader(&buffer, "png");
+  reader.setAutoDetectImageFormat(false);
+  QPixmap pixmap = QPixmap::fromImageReader(&reader);
   pixmap.setDevicePixelRatio(devicePixelRatio);
   return pixmap;
 }
