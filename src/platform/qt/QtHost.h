@@ -56,8 +56,8 @@ class QtHost : public Host {
   class ModalScope;
 
   void Start();
-  /// Shows the windows and raises, one at a time, the documents that wait, as soon as the loop comes
-  /// round and no box or dialog is open.
+  /// Shows the windows and raises, one at a time, the documents that wait, as soon as the loop
+  /// comes round and no box or dialog is open.
   void CatchUpLater();
   void CatchUp();
   /// The widget of the front window; nil when there is none or it isn't shown yet.
