@@ -4,7 +4,7 @@
 
 int main(int argc, char* argv[]) {
   vintrace::qt::QtHost host(argc, argv);
-  host.SetIcon(*vintrace::pictures::icon48());
+  host.SetIcon(vintrace::pictures::icon48);
   vintrace::_Main();
   return host.ExitStatus();
 }

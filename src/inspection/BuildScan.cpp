@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "inspection/ByteString.h"
+#include "inspection/ReleaseTable.h"
 #include "platform/BinaryStream.h"
 
 namespace vintrace::inspection {
@@ -17,8 +18,8 @@ constexpr std::size_t BlockSize = 6144;
 constexpr std::string_view MarkerLittle = "\x4E\x0E\x66\x6A\x30\xE6\x30";
 constexpr std::string_view MarkerBig = "\x4E\x0D\x66\x0E\x30\x6A\x30";
 
-// The 16-bit value 0x4009 before a major version of one digit. Before one of two digits, its first
-// byte is part of a wider number, and 0x40 alone is left in either order.
+// The 16-bit value 0x4009 before a major version of one digit; before one of two digits 0x40 alone,
+// in either byte order.
 constexpr std::string_view LeadLittle = "\x09\x40";
 constexpr std::string_view LeadBig = "\x40\x09";
 constexpr std::string_view LeadOfTwoDigits = "\x40";
@@ -51,7 +52,9 @@ ScanResult ResultOf(ScanKind kind, String block, const BuildPattern& pattern) {
 }  // namespace
 
 BuildPattern PatternOf(DocumentByteOrder order, std::string_view buildPrefix) {
-  return {.marker = String(order == DocumentByteOrder::Big ? MarkerBig : MarkerLittle),
+  return {.order = order,
+          .prefix = String(buildPrefix),
+          .marker = String(order == DocumentByteOrder::Big ? MarkerBig : MarkerLittle),
           .delimiter = String(DelimiterLead(order, buildPrefix)).append(buildPrefix)};
 }
 
@@ -74,20 +77,18 @@ ScanResult ScanForBuild(const FolderItem& item, const BuildPattern& pattern) {
   return dataWithoutDelimiter ? DelimiterScan(item, pattern) : scan;
 }
 
-String CutBuildText(const ScanResult& scan, const BuildPattern& pattern,
-                    std::string_view buildPrefix) {
+String CutBuildText(const ScanResult& scan, const BuildPattern& pattern) {
   const std::string_view field = NthFieldB(scan.block, pattern.delimiter, scan.count);
   const std::int64_t length = BeginsWithDigit(MidB(field, 7, 1)) ? 7 : 6;
-  return String(buildPrefix).append(LeftB(field, length));
+  return pattern.prefix + String(LeftB(field, length));
 }
 
-void ReportBuild(const ScanResult& scan, const BuildPattern& pattern, std::string_view buildPrefix,
-                 InspectionReport& report) {
+void ReportBuild(const ScanResult& scan, const BuildPattern& pattern, InspectionReport& report) {
   if (scan.kind == ScanKind::MarkerScan && scan.count < 1) {
     report.SetBuildText(String(UnknownText));
     return;
   }
-  report.SetBuildText(CutBuildText(scan, pattern, buildPrefix));
+  report.SetBuildText(CutBuildText(scan, pattern));
   if (TextEquals(MidB(report.BuildText(), 3, 1), "5")) {
     report.SetPicture(RowOfCS55().picture);
     report.SetProductText(String(RowOfCS55().productText));

@@ -3,20 +3,21 @@
 #include <cstdint>
 #include <string_view>
 
+#include "inspection/HeaderBlock.h"
 #include "inspection/InspectionReport.h"
-#include "inspection/ReleaseTable.h"
 #include "platform/FolderItem.h"
 #include "platform/String.h"
 
 namespace vintrace::inspection {
 
-/// The bytes near which a document's build stands.
+/// What tells the build's place in a document of one byte order and one release.
 struct BuildPattern {
-  String marker;
-  String delimiter;  ///< Stands right before the build text, whose first part it holds.
+  DocumentByteOrder order;
+  String prefix;     ///< The release's `buildPrefix`, with which the build text begins.
+  String marker;     ///< Stands near the build.
+  String delimiter;  ///< Stands right before the rest of the build text; it ends in the prefix.
 };
 
-/// The pattern in a document of that byte order and that release's `buildPrefix`.
 BuildPattern PatternOf(DocumentByteOrder order, std::string_view buildPrefix);
 
 /// The two scans: for a block with marker and delimiter, and for one with the delimiter alone.
@@ -38,14 +39,13 @@ ScanResult DelimiterScan(const FolderItem& item, const BuildPattern& pattern);
 /// The `MarkerScan`, and when that found data but no delimiter, the `DelimiterScan`.
 ScanResult ScanForBuild(const FolderItem& item, const BuildPattern& pattern);
 
-/// The build text: `buildPrefix` and the 6 or 7 bytes behind the last delimiter of the block, or
-/// the first ones of a block that has none.
-String CutBuildText(const ScanResult& scan, const BuildPattern& pattern,
-                    std::string_view buildPrefix);
+/// The build text: the prefix and the 6 or 7 bytes behind the last delimiter of the block, or the
+/// first ones of a block that has none.
+String CutBuildText(const ScanResult& scan, const BuildPattern& pattern);
 
-/// Writes the build text into `report`; "不明" when the scan found no data. A text whose third byte
-/// is the digit 5 makes the product and the picture those of CS5.5, whatever the release.
-void ReportBuild(const ScanResult& scan, const BuildPattern& pattern, std::string_view buildPrefix,
-                 InspectionReport& report);
+/// Writes the build text into `report`; "不明" when the `MarkerScan` found no data. A text whose
+/// third byte is the digit 5 makes the product and the picture those of CS5.5, whatever the
+/// release.
+void ReportBuild(const ScanResult& scan, const BuildPattern& pattern, InspectionReport& report);
 
 }  // namespace vintrace::inspection

@@ -32,7 +32,7 @@ std::int64_t Asc(std::string_view s) {
 }
 
 std::int64_t InStrB(std::int64_t start, std::string_view source, std::string_view needle) {
-  const auto found = source.find(needle, Clamped(start - 1, source));
+  const auto found = source.find(needle, Clamped(std::max<std::int64_t>(start, 1) - 1, source));
   return found == std::string_view::npos ? 0 : static_cast<std::int64_t>(found) + 1;
 }
 

@@ -26,20 +26,17 @@ std::string_view EditionField(const ScanResult& scan, std::string_view delimiter
 
 /// The 1-based position of the edition byte, from the field's end after a `MarkerScan`, from its
 /// start after a `DelimiterScan`. It may lie outside the field.
-std::int64_t EditionPosition(ScanKind kind, DocumentByteOrder order, std::string_view field,
-                             std::string_view buildPrefix) {
-  const bool big = order == DocumentByteOrder::Big;
+std::int64_t EditionPosition(ScanKind kind, const BuildPattern& pattern, std::string_view field) {
+  const bool big = pattern.order == DocumentByteOrder::Big;
   if (kind == ScanKind::DelimiterScan) return big ? 23 : 19;
-  return big ? LenB(field) - 11 : LenB(field) - 10 - LenB(buildPrefix);
+  return big ? LenB(field) - 11 : LenB(field) - 10 - LenB(pattern.prefix);
 }
 
 }  // namespace
 
-String EditionText(const ScanResult& scan, const BuildPattern& pattern, DocumentByteOrder order,
-                   std::string_view buildPrefix) {
+String EditionText(const ScanResult& scan, const BuildPattern& pattern) {
   const std::string_view field = EditionField(scan, pattern.delimiter);
-  const auto position = EditionPosition(scan.kind, order, field, buildPrefix);
-  const std::string_view editionByte = MidB(field, position, 1);
+  const std::string_view editionByte = MidB(field, EditionPosition(scan.kind, pattern, field), 1);
   const auto row = std::ranges::find_if(
       Editions, [&](const EditionRow& r) { return TextEquals(editionByte, ChrB(r.editionByte)); });
   return String(row == Editions.end() ? UnknownText : row->text);

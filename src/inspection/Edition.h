@@ -1,16 +1,12 @@
 #pragma once
 
-#include <string_view>
-
 #include "inspection/BuildScan.h"
-#include "inspection/ReleaseTable.h"
 #include "platform/String.h"
 
 namespace vintrace::inspection {
 
 /// "Macintosh Edition" or "Windows Edition", by one byte near the last delimiter of the scan's
 /// block; "不明" when the byte is neither's, or isn't there.
-String EditionText(const ScanResult& scan, const BuildPattern& pattern, DocumentByteOrder order,
-                   std::string_view buildPrefix);
+String EditionText(const ScanResult& scan, const BuildPattern& pattern);
 
 }  // namespace vintrace::inspection

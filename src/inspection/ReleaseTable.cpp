@@ -25,32 +25,14 @@ constexpr std::array<VersionRow, 12> Releases{{
 
 constexpr VersionRow CS55{7, "Adobe InDesign CS5.5", pictures::cs55, "7."};
 
-constexpr std::int64_t ByteOrderPosition = 25;
-constexpr std::uint8_t BigEndianFlag = 2;
-constexpr std::int64_t VersionPositionLittle = 30;
-constexpr std::int64_t VersionPositionBig = 33;
-constexpr std::int64_t MinorVersionPosition = 34;
 constexpr std::uint8_t MinorVersionOfCS55 = 5;
 
 }  // namespace
 
-DocumentByteOrder HeaderBlock::ByteOrder() const {
-  return TextEquals(MidB(bytes_, ByteOrderPosition, 1), ChrB(BigEndianFlag))
-             ? DocumentByteOrder::Big
-             : DocumentByteOrder::Little;
-}
-
-std::string_view HeaderBlock::VersionByte() const {
-  const bool big = ByteOrder() == DocumentByteOrder::Big;
-  return MidB(bytes_, big ? VersionPositionBig : VersionPositionLittle, 1);
-}
-
-const VersionRow* HeaderBlock::Row() const {
-  const auto row = std::ranges::find_if(Releases, [&](const VersionRow& r) {
-    return TextEquals(VersionByte(), ChrB(r.versionByte));
-  });
+const VersionRow* FindRow(std::string_view versionByte, std::string_view minorVersion) {
+  const auto row = std::ranges::find_if(
+      Releases, [&](const VersionRow& r) { return TextEquals(versionByte, ChrB(r.versionByte)); });
   if (row == Releases.end()) return nullptr;
-  const auto minorVersion = MidB(bytes_, MinorVersionPosition, 1);
   const bool isCS55 =
       row->versionByte == CS55.versionByte && TextEquals(minorVersion, ChrB(MinorVersionOfCS55));
   return isCS55 ? &CS55 : &*row;

@@ -8,9 +8,6 @@
 
 namespace vintrace::inspection {
 
-/// The order of a document's bytes, from byte 25 of its header.
-enum class DocumentByteOrder { Little, Big };
-
 /// One release of the table.
 struct VersionRow {
   std::uint8_t versionByte;      ///< The document's major version.
@@ -19,26 +16,12 @@ struct VersionRow {
   std::string_view buildPrefix;  ///< The major version in decimal and a point.
 };
 
-/// The first bytes of a document, from byte 1: 48, or fewer if the file is shorter. The format has
-/// a byte-order flag at byte 25 (2: big-endian) and the 32-bit major version at bytes 30 to 33, of
-/// which only the low-order byte counts. The byte behind it, 34, tells CS5.5 from CS5.
-class HeaderBlock {
- public:
-  static constexpr std::size_t Size = 48;
+/// The row for a document of major version `versionByte`, one byte or none, with the byte
+/// `minorVersion` behind the version, of which CS5.5 makes a row of its own. Nil for a release that
+/// the table doesn't hold.
+const VersionRow* FindRow(std::string_view versionByte, std::string_view minorVersion);
 
-  explicit HeaderBlock(String bytes) : bytes_(std::move(bytes)) {}
-
-  DocumentByteOrder ByteOrder() const;
-  /// One byte, or none when the file ends before it.
-  std::string_view VersionByte() const;
-  /// The row of the release table; nil for a release that it doesn't hold.
-  const VersionRow* Row() const;
-
- private:
-  String bytes_;
-};
-
-/// The row of CS5.5, which has no version byte of its own.
+/// The row of CS5.5.
 const VersionRow& RowOfCS55();
 
 /// The product text for a document outside the table. `version`: its version byte, 0 to 255.

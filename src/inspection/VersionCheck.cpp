@@ -3,6 +3,7 @@
 #include "inspection/BuildScan.h"
 #include "inspection/ByteString.h"
 #include "inspection/Edition.h"
+#include "inspection/HeaderBlock.h"
 #include "inspection/ReleaseTable.h"
 #include "platform/BinaryStream.h"
 
@@ -26,8 +27,8 @@ void ReportRelease(const FolderItem& item, DocumentByteOrder order, const Versio
   report.SetProductText(String(row.productText));
   const BuildPattern pattern = PatternOf(order, row.buildPrefix);
   const ScanResult scan = ScanForBuild(item, pattern);
-  ReportBuild(scan, pattern, row.buildPrefix, report);
-  report.SetEditionText(EditionText(scan, pattern, order, row.buildPrefix));
+  ReportBuild(scan, pattern, report);
+  report.SetEditionText(EditionText(scan, pattern));
 }
 
 }  // namespace

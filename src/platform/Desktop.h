@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string_view>
 
 #include "platform/FolderItem.h"
 #include "platform/String.h"

@@ -11,7 +11,7 @@ String FolderItem::Name() const {
 }
 
 FolderItem ItemRelativeTo(std::string_view folder, std::string_view path) {
-  if (folder.empty() || path.starts_with('/')) return FolderItem(String(path));
+  if (folder.empty() || path.empty() || path.starts_with('/')) return FolderItem(String(path));
   String whole(folder);
   if (!whole.ends_with('/')) whole += '/';
   return FolderItem(whole.append(path));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
 #include "platform/String.h"
 
@@ -10,7 +11,7 @@ namespace vintrace {
 /// empty `std::optional<FolderItem>`.
 class FolderItem {
  public:
-  /// `path`: an absolute path, raw bytes as the system gave them.
+  /// `path`: raw bytes as the system gave them; absolute, or relative to the working directory.
   explicit FolderItem(String path) : path_(std::move(path)) {}
 
   /// The whole path, raw bytes for the system.
@@ -24,9 +25,10 @@ class FolderItem {
   String path_;
 };
 
-/// The item of a path that was given relative to `folder`, an absolute path. An absolute path, and
-/// any path when `folder` is empty, is taken as it is. No file is touched, and no `.`, `..` or link
-/// is resolved.
+/// The item of a path that was given relative to `folder`, an absolute path. An absolute path, an
+/// empty one, and any path when `folder` is empty, is taken as it is. No file is touched, and no
+/// `.`,
+/// `..` or link is resolved.
 FolderItem ItemRelativeTo(std::string_view folder, std::string_view path);
 
 }  // namespace vintrace

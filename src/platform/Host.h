@@ -16,8 +16,8 @@ class Window;
 
 /// The desktop, as far as the program asks it for something. The windows, controls and the
 /// application hold their own state and raise their own events; a host shows them and tells them
-/// what happened. There is one host at a time, and it outlives the windows and the application that
-/// it holds. Everything happens on the main thread.
+/// what happened. There is one host at a time. It owns the application and, in its list, the open
+/// windows, which ask nothing of it any more when it goes. Everything happens on the main thread.
 class Host {
  public:
   /// The new object becomes the current host.

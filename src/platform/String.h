@@ -20,8 +20,9 @@ String Str(std::int64_t n);
 /// nothing is trimmed.
 bool TextEquals(std::string_view a, std::string_view b);
 
-/// `text` as one line: every ASCII control character (0x00 to 0x1F, 0x7F) replaced by U+FFFD in
-/// UTF-8. All other bytes stay as they are.
+/// `text` as one line: every control character (U+0000 to U+001F, U+007F to U+009F) and line break
+/// (U+2028, U+2029) of its UTF-8 replaced by U+FFFD. All other bytes, valid or not, stay as they
+/// are.
 String OneLine(std::string_view text);
 
 }  // namespace vintrace

@@ -8,10 +8,10 @@ void Window::Open(const std::shared_ptr<Window>& window) {
   window->Layout();
   window->CreateControls();
   window->AddMenuHandlers();
-  window->Event_Open();
   window->open_ = true;
   Host::Current().Windows().BringToFront(window);
-  Host::Current().Show(*window);
+  window->Event_Open();
+  if (window->open_) Host::Current().Show(*window);
 }
 
 void Window::SetTitle(String title) {

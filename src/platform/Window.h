@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cassert>
+#include <cstddef>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -9,9 +11,6 @@
 
 namespace vintrace {
 
-/// The kinds of window, by the layouts' numbers.
-enum class WindowFrame { Document = 0 };
-
 /// What a layout fixes of a window before it is shown. Sizes are those of the content, in pixels.
 struct WindowDesign {
   int width = 0;
@@ -20,7 +19,6 @@ struct WindowDesign {
   int minHeight = 0;
   int maxWidth = 32000;
   int maxHeight = 32000;
-  WindowFrame frame = WindowFrame::Document;
   bool closeButton = true;
   bool resizeable = true;
   bool maximizeButton = false;
@@ -57,7 +55,7 @@ class Window : public std::enable_shared_from_this<Window> {
   /// The control of that 0-based index in creation order; nil if there is none.
   RectControl* Control(int index) const;
 
-  /// True from `New` until `Close`.
+  /// True from the end of its layout until `Close`.
   bool IsOpen() const { return open_; }
   /// Takes the window off the screen and out of the window list. A second call does nothing.
   void Close();
@@ -67,7 +65,7 @@ class Window : public std::enable_shared_from_this<Window> {
   virtual void Layout() = 0;
   virtual void CreateControls() = 0;
   virtual void AddMenuHandlers() {}
-  /// The window is complete and about to be shown.
+  /// The window is complete and about to be shown. One that closes itself here never is.
   virtual void Event_Open() {}
 
   template <class ControlClass>
@@ -81,7 +79,9 @@ class Window : public std::enable_shared_from_this<Window> {
   /// The control at a place where a `ControlClass` was added.
   template <class ControlClass>
   ControlClass& ControlAt(std::size_t index) const {
-    return static_cast<ControlClass&>(*controls_.at(index));
+    auto& control = *controls_.at(index);
+    assert(dynamic_cast<ControlClass*>(&control) != nullptr);
+    return static_cast<ControlClass&>(control);
   }
 
   WindowDesign design_;

@@ -1,5 +1,7 @@
 #include "platform/WindowList.h"
 
+#include <utility>
+
 #include "platform/Window.h"
 
 namespace vintrace {
@@ -8,9 +10,9 @@ std::shared_ptr<Window> WindowList::At(int index) const {
   return index >= 0 && index < Count() ? windows_[static_cast<std::size_t>(index)] : nullptr;
 }
 
-void WindowList::BringToFront(const std::shared_ptr<Window>& window) {
+void WindowList::BringToFront(std::shared_ptr<Window> window) {
   Remove(*window);
-  windows_.insert(windows_.begin(), window);
+  windows_.insert(windows_.begin(), std::move(window));
 }
 
 void WindowList::Remove(const Window& window) {

@@ -17,7 +17,7 @@ class WindowList {
   std::shared_ptr<Window> At(int index) const;
 
   /// Puts `window` first, where it joins the list if it isn't in it.
-  void BringToFront(const std::shared_ptr<Window>& window);
+  void BringToFront(std::shared_ptr<Window> window);
 
   /// Takes `window` out; the others keep their order.
   void Remove(const Window& window);

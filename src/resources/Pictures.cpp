@@ -12,7 +12,6 @@ const Holder& Filled(Holder& holder, std::string_view fileName) {
 
 }  // namespace
 
-// Each accessor has a holder of its own.
 #define VINTRACE_PICTURE(name)            \
   std::shared_ptr<const Picture> name() { \
     static Holder holder;                 \

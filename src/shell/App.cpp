@@ -13,13 +13,13 @@ constexpr std::string_view ApplicationIdentifier = "3";
 constexpr std::string_view LaunchReportField = "Vintrase";
 constexpr std::string_view DocumentFileType = "indd";
 
-String ApplicationVersionText(const Application& app) {
-  return Str(app.MajorVersion()) + Str(app.MinorVersion()) + Str(app.BugVersion());
-}
-
 std::optional<FolderItem> AskForDocument() { return desktop::GetOpenFolderItem(DocumentFileType); }
 
 }  // namespace
+
+String ApplicationVersionText(int major, int minor, int bug) {
+  return Str(major) + Str(minor) + Str(bug);
+}
 
 App& App::Instance() { return static_cast<App&>(Host::Current().Application()); }
 
@@ -31,8 +31,9 @@ void App::Event_OpenDocument(const std::optional<FolderItem>& item) {
 
 void App::Event_Open() {
   AppLocation();
+  const String version = ApplicationVersionText(MajorVersion(), MinorVersion(), BugVersion());
   Openupchk();
-  kcheck(String(ApplicationIdentifier), ApplicationVersionText(*this), String(LaunchReportField));
+  kcheck(String(ApplicationIdentifier), version, String(LaunchReportField));
 }
 
 bool App::_hiraku_Action() {
@@ -48,7 +49,9 @@ bool App::_EditAllCopy_Action() { return false; }
 
 bool App::_AllClose_Action() { return false; }
 
-void App::UpdateCheck() {}
+String App::UpdateCheck(const String& /*app_id*/, const String& /*ver*/, const String& /*regi*/) {
+  return {};
+}
 
 void App::kcheck(const String& /*app_id*/, const String& /*ver*/, const String& /*regi*/) {}
 

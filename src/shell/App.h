@@ -7,6 +7,9 @@
 
 namespace vintrace {
 
+/// The application's version for the online services: the three numbers joined without a separator.
+String ApplicationVersionText(int major, int minor, int bug);
+
 /// The application object: where a document enters the program, and where its commands arrive.
 class App : public Application {
  public:
@@ -21,7 +24,6 @@ class App : public Application {
   void Event_EnableMenuItems() override;
   /// The system hands over a document; with a nil item the user is asked for one.
   void Event_OpenDocument(const std::optional<FolderItem>& item) override;
-  /// The program has started.
   void Event_Open() override;
 
   /// Handlers of the menu items, which all return false. `_hiraku_Action` asks for a document.
@@ -31,7 +33,7 @@ class App : public Application {
   virtual bool _EditAllCopy_Action();
   virtual bool _AllClose_Action();
 
-  virtual void UpdateCheck();
+  virtual String UpdateCheck(const String& app_id, const String& ver, const String& regi);
   virtual void kcheck(const String& app_id, const String& ver, const String& regi);
   virtual void AppLocation();
   virtual void Openupchk();

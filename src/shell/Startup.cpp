@@ -1,6 +1,8 @@
 #include "shell/Startup.h"
 
+#include <exception>
 #include <memory>
+#include <utility>
 
 #include "platform/ExceptionHandling.h"
 #include "platform/Host.h"

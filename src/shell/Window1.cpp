@@ -59,7 +59,6 @@ void Window1::Layout() {
              .minHeight = Height,
              .maxWidth = Width,
              .maxHeight = Height,
-             .frame = WindowFrame::Document,
              .closeButton = true,
              .resizeable = false,
              .maximizeButton = false,

@@ -44,6 +44,7 @@ TEST(InStrB, FindsFromThePositionOnAndKnowsCase) {
   EXPECT_EQ(InStrB(3, "abcabc", "bc"), 5);
   EXPECT_EQ(InStrB(0, "abc", "BC"), 0);
   EXPECT_EQ(InStrB(9, "abc", "c"), 0);
+  EXPECT_EQ(InStrB(std::numeric_limits<std::int64_t>::min(), "abc", "c"), 3);
 }
 
 struct FieldsCase {

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "inspection/VersionCheck.h"
 #include "support/DocumentBuilder.h"
 #include "support/RecordingReport.h"
 #include "support/ReferenceInspection.h"
@@ -97,6 +98,22 @@ TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedDocument) {
     const ReportFields found = Inspect(folder.File("sample.indd", bytes));
     ASSERT_EQ(found, FieldsOf(InspectByReference("sample.indd", bytes))) << "document " << i;
   }
+}
+
+TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedName) {
+  constexpr std::string_view Alphabet(".iInNdD\0\xFF", 9);
+  std::mt19937 random(20191105);
+  std::uniform_int_distribution<std::size_t> length(0, 7);
+  std::uniform_int_distribution<std::size_t> letter(0, Alphabet.size() - 1);
+  int documents = 0;
+  for (int i = 0; i < 200'000; ++i) {
+    std::string name(length(random), '\0');
+    for (char& c : name) c = Alphabet[letter(random)];
+    const bool isDocument = inspection::IsDocumentName(name);
+    ASSERT_EQ(isDocument, InspectByReference(name, "").window) << testing::PrintToString(name);
+    documents += isDocument ? 1 : 0;
+  }
+  EXPECT_GT(documents, 10);
 }
 
 }  // namespace

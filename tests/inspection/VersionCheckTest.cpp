@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "platform/Exceptions.h"
 #include "support/DocumentBuilder.h"
 #include "support/RecordingReport.h"
 #include "support/TemporaryFolder.h"
@@ -108,7 +109,9 @@ TEST(VersionCheck, AFileThatEndsBeforeTheVersionIsBelowCS) {
   for (const std::size_t size : {0U, 1U, 24U, 25U, 29U}) {
     EXPECT_EQ(InspectBytes(std::string(size, '\x05')).productText, "InDesign CSより下位") << size;
   }
-  EXPECT_EQ(InspectBytes(std::string(30, '\x05')).productText, "Adobe InDesign CS3");
+  for (const std::size_t size : {30U, 33U, 40960U, 40961U}) {
+    EXPECT_EQ(InspectBytes(std::string(size, '\x05')).productText, "Adobe InDesign CS3") << size;
+  }
   const std::string big = DocumentBuilder(29).BigEndian().Release(5).Bytes();
   EXPECT_EQ(InspectBytes(big.substr(0, 32)).productText, "InDesign CSより下位");
   EXPECT_EQ(InspectBytes(big.substr(0, 33)).productText, "Adobe InDesign CS3");
@@ -143,11 +146,7 @@ TEST(VersionCheck, FindsTheBuildAndTheEdition) {
       {"a seventh byte that is no digit is left out",
        CS6(1000).Saved(BodyStart, Windows, "0.0.45\x01"), "8.0.0.45", "Windows Edition"},
       {"a field shorter than six bytes is cut whole",
-       CS6(500)
-           .Saved(BodyStart, Mac, "")
-           .Put(BodyStart + 500, "")
-           .Delimiter(BodyStart + 497, "0.1"),
-       "8.0.1", "不明"},
+       CS6(500).Saved(BodyStart, Mac, "").Delimiter(BodyStart + 497, "0.1"), "8.0.1", "不明"},
       {"a delimiter at the very end leaves the prefix alone",
        CS6(100).EditionBefore(BodyStart + 96, Mac).Delimiter(BodyStart + 96), "8.",
        "Macintosh Edition"},
@@ -176,9 +175,8 @@ TEST(VersionCheck, FindsTheBuildAndTheEdition) {
            .Delimiter(BodyStart + 10, "0.0.111x")
            .Saved(BodyStart + 3 * BlockStride - 100, Windows, "0.0.333x"),
        "8.0.0.333", "Windows Edition"},
-      {"marker and delimiter too far apart for one block: the delimiter alone is found, and byte "
-       "19 of "
-       "the field before it decides",
+      {"marker and delimiter too far apart for one block: the delimiter alone is found, and "
+       "byte 19 of the field before it decides",
        CS6(4 * BlockStride)
            .Marker(BodyStart + 10)
            .Put(secondBlock + 18, "\x03")
@@ -235,6 +233,13 @@ TEST(VersionCheck, TheEditionByteIs0ForMacintoshAnd1Or3ForWindows) {
       ASSERT_EQ(InspectBytes(document.Bytes()).editionText, expected) << value;
     }
   }
+}
+
+TEST(VersionCheck, ADocumentThatCannotBeReadIsNamedBeforeItIsOpened) {
+  const TemporaryFolder folder;
+  RecordingReport report;
+  EXPECT_THROW(inspection::VersionCheck(folder.Item("missing.indd"), report), IOException);
+  EXPECT_EQ(report.fields.documentName, "missing.indd");
 }
 
 TEST(VersionCheck, AFileThatShrinksBetweenHeaderAndBodyHasNoBuild) {

@@ -23,6 +23,7 @@ TEST(FolderItem, ARelativePathBeginsAtTheFolder) {
   EXPECT_EQ(ItemRelativeTo("/", "b.indd").NativePath(), "/b.indd");
   EXPECT_EQ(ItemRelativeTo("/home/a", "/b.indd").NativePath(), "/b.indd");
   EXPECT_EQ(ItemRelativeTo("", "b.indd").NativePath(), "b.indd");
+  EXPECT_EQ(ItemRelativeTo("/home/a.indd", "").Name(), "");
   EXPECT_EQ(ItemRelativeTo("/home/a", "-\xFF.indd").NativePath(), "/home/a/-\xFF.indd");
 }
 

@@ -54,6 +54,19 @@ TEST(Window, ClosedByItsOwnHandlerItLivesUntilTheHandlerReturns) {
   EXPECT_TRUE(window.expired());
 }
 
+class ClosesItself : public OneButton {
+ protected:
+  void Event_Open() override { Close(); }
+};
+
+TEST(Window, OneThatClosesItselfAsItOpensIsNeverShown) {
+  ScriptedHost host;
+  const auto window = Window::New<ClosesItself>();
+  EXPECT_FALSE(window->IsOpen());
+  EXPECT_EQ(host.story, Titles{});
+  EXPECT_EQ(host.Titles(), Titles{});
+}
+
 TEST(Window, AClosedOneRaisesNoEvents) {
   ScriptedHost host;
   const auto window = Titled("a");

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/Exceptions.h"
 #include "resources/Endpoints.h"
 #include "shell/Startup.h"
 #include "shell/Window1.h"
@@ -31,6 +32,39 @@ class AppTest : public testing::Test {
   const TemporaryFolder folder;
   ScriptedHost host;
 };
+
+/// Tells the order of the steps of `Event_Open`.
+class TracingApp : public App {
+ public:
+  explicit TracingApp(Lines& steps) : steps_(steps) {}
+  void AppLocation() override { steps_.emplace_back("AppLocation"); }
+  void Openupchk() override { steps_.emplace_back("Openupchk"); }
+  void kcheck(const String& app_id, const String& ver, const String& regi) override {
+    steps_.push_back("kcheck " + app_id + ' ' + ver + ' ' + regi);
+  }
+
+ private:
+  Lines& steps_;
+};
+
+TEST_F(AppTest, TheStepsOfTheStartComeInTheirOrder) {
+  Lines steps;
+  TracingApp(steps).RaiseOpen();
+  EXPECT_EQ(steps, (Lines{"AppLocation", "Openupchk", "kcheck 3 120 Vintrase"}));
+  EXPECT_EQ(ApplicationVersionText(1, 10, 3), "1103");
+}
+
+/// A desktop on which nothing runs.
+class BrokenHost : public ScriptedHost {
+ public:
+  void Run() override { throw RuntimeException("broken"); }
+};
+
+TEST(Main, WhatBreaksAtTheStartIsReportedAndEndsTheProgram) {
+  BrokenHost host;
+  _Main();
+  EXPECT_EQ(host.story, (Lines{"message: 予期しないエラーが起こりました。\nbroken", "quit: 1"}));
+}
 
 TEST_F(AppTest, StartsWithoutAWindowOrAQuestion) {
   _Main();
@@ -68,7 +102,11 @@ TEST_F(AppTest, EachHandOverOpensAWindowOfItsOwn) {
   host.handedOver = {Document("a.indd"), Document("B.INDD"), Document("a.indd")};
   _Main();
   EXPECT_EQ(host.Titles(), (Lines{"a.indd", "B.INDD", "a.indd"}));
-  EXPECT_EQ(host.Windows().At(0)->Control(6), &Front()->Canvas1());
+  const auto first = std::dynamic_pointer_cast<Window1>(host.Windows().At(2));
+  Front()->shp = "chosen here";
+  Front()->inddDoc.reset();
+  EXPECT_EQ(first->shp, "");
+  EXPECT_TRUE(first->inddDoc);
 }
 
 TEST_F(AppTest, AFileOfAnotherNameIsNotEvenOpened) {

@@ -46,7 +46,7 @@ std::size_t ReadOnce(int descriptor, char* into, std::size_t count, std::uint64_
 }  // namespace
 
 BinaryStream BinaryStream::Open(const std::optional<FolderItem>& item) {
-  if (!item) throw NilObjectException("BinaryStream.Open");
+  if (!item) throw NilObjectException("the file to open");
   // A path with a zero byte would reach the system cut short, and so name another file.
   if (item->NativePath().find('\0') != String::npos) posix::RaiseIOException(ENOENT);
   // O_NONBLOCK: the open of a FIFO would otherwise wait for a writer.

@@ -6,18 +6,9 @@
 #include "platform/FileRequest.h"
 #include "platform/qt/AskForFile.h"
 #include "platform/qt/DisplayText.h"
+#include "platform/qt/FilterLabel.h"
 
 namespace vintrace::qt {
-namespace {
-
-QString PatternsOf(const FileType& type) {
-  QStringList patterns;
-  for (const auto& suffix : type.Suffixes()) patterns << '*' + DisplayText(suffix);
-  return DisplayText(type.Name) + " (" + patterns.join(' ') + ')';
-}
-
-}  // namespace
-
 std::optional<FolderItem> AskForFile(const FileRequest& request, QWidget* parent) {
   const QString folder =
       request.initialDirectory
@@ -25,7 +16,7 @@ std::optional<FolderItem> AskForFile(const FileRequest& request, QWidget* parent
           : QString();
   const QString file =
       QFileDialog::getOpenFileName(parent, DisplayText(request.title), folder,
-                                   request.filter ? PatternsOf(*request.filter) : QString());
+                                   request.filter ? FilterLabel(*request.filter) : QString());
   if (file.isEmpty()) return std::nullopt;
   return FolderItem(QFile::encodeName(file).toStdString());
 }

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <utility>
 
 #include "platform/Control.h"
 #include "platform/qt/DisplayText.h"
@@ -55,12 +56,14 @@ class LabelFace : public QLabel, public ControlFace {
   void leaveEvent(QEvent*) override { label_.RaiseMouseExit(); }
 
   void mousePressEvent(QMouseEvent* event) override {
-    const bool taken = event->button() == Qt::LeftButton && label_.RaiseMouseDown();
-    event->setAccepted(taken);
+    if (event->button() != Qt::LeftButton) return event->ignore();
+    pressed_ = label_.RaiseMouseDown();
+    event->setAccepted(pressed_);
   }
 
   void mouseReleaseEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton) label_.RaiseMouseUp();
+    if (event->button() != Qt::LeftButton) return event->ignore();
+    if (std::exchange(pressed_, false)) label_.RaiseMouseUp();
   }
 
  private:
@@ -79,11 +82,12 @@ class LabelFace : public QLabel, public ControlFace {
     const QString fitting =
         oneLineSeen ? QFontMetrics(font()).elidedText(text, Qt::ElideRight, width()) : text;
     setText(fitting);
-    setToolTip(fitting == text ? QString() : "<qt>" + text.toHtmlEscaped() + "</qt>");
+    setToolTip(fitting == text ? QString() : ToolTipText(text));
     setAccessibleName(text);
   }
 
   Label& label_;
+  bool pressed_ = false;  // The label took the press, and the release is its own.
 };
 
 class ButtonFace : public QPushButton, public ControlFace {

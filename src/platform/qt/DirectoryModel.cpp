@@ -29,9 +29,7 @@ QVariant Alignment(int column) {
 }
 
 // A tool tip reads what looks like markup as markup, and a name may look like it.
-QString ToolTip(std::string_view name) {
-  return QStringLiteral("<span>%1</span>").arg(DisplayText(name).toHtmlEscaped());
-}
+QString ToolTip(std::string_view name) { return ToolTipText(DisplayText(name)); }
 
 }  // namespace
 

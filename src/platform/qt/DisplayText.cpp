@@ -35,4 +35,6 @@ QString DisplayLines(std::string_view bytes) {
   return text;
 }
 
+QString ToolTipText(const QString& text) { return "<qt>" + text.toHtmlEscaped() + "</qt>"; }
+
 }  // namespace vintrace::qt

@@ -14,4 +14,7 @@ QString DisplayText(std::string_view bytes);
 /// The same for a text of more than one line: a line feed stays, everything else is as above.
 QString DisplayLines(std::string_view bytes);
 
+/// A tool tip that shows `text` as it is, whatever looks like markup in it.
+QString ToolTipText(const QString& text);
+
 }  // namespace vintrace::qt

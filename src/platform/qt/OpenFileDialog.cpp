@@ -20,6 +20,7 @@
 #include "platform/FileRequest.h"
 #include "platform/qt/DirectoryModel.h"
 #include "platform/qt/DisplayText.h"
+#include "platform/qt/FilterLabel.h"
 #include "platform/qt/Places.h"
 
 namespace vintrace::qt {
@@ -39,12 +40,6 @@ fs::file_type TypeOf(const fs::path& path, std::error_code& error) {
 }
 
 QByteArray Bytes(const fs::path& path) { return QByteArray::fromStdString(path.native()); }
-
-QString FilterLabel(const FileType& type) {
-  std::string patterns;
-  for (const auto& suffix : type.Suffixes()) patterns += (patterns.empty() ? "*" : " *") + suffix;
-  return DisplayText(type.Name + " (" + patterns + ")");
-}
 
 // Background and text together, so that a message is legible on any theme.
 QPalette MessageColors() {

@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QHash>
 #include <QImageReader>
 #include <QPixmap>
@@ -23,12 +24,18 @@ QPixmap Decoded(std::string_view png, qreal devicePixelRatio) {
   return pixmap;
 }
 
+/// The decoded pictures, by the place of their bytes, which live as long as the process. The
+/// toolkit wants none left when it ends.
+QHash<const char*, QIcon>& Icons() {
+  static QHash<const char*, QIcon> icons;
+  if (icons.isEmpty()) qAddPostRoutine([] { icons.clear(); });
+  return icons;
+}
+
 }  // namespace
 
 QIcon IconOf(const Picture& picture) {
-  // Pictures live as long as the process, so that their addresses name them.
-  static QHash<const Picture*, QIcon> icons;
-  QIcon& icon = icons[&picture];
+  QIcon& icon = Icons()[picture.Png().data()];
   if (icon.isNull()) {
     icon.addPixmap(Decoded(picture.Png(), 1));
     icon.addPixmap(Decoded(picture.PngAt2x(), 2));

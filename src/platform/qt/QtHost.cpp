@@ -68,8 +68,6 @@ QtHost::~QtHost() {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void QtHost::SetIcon(const Picture& picture) { QApplication::setWindowIcon(IconOf(picture)); }
-
 WindowWidget* QtHost::WidgetOf(const Window& window) const {
   const auto found = widgets_.find(&window);
   return found == widgets_.end() ? nullptr : found->second;
@@ -81,6 +79,7 @@ void QtHost::HandOver(const FolderItem& document) {
 }
 
 void QtHost::Show(Window& window) {
+  if (const auto icon = std::exchange(icon_, nullptr)) QApplication::setWindowIcon(IconOf(*icon()));
   auto* widget = new WindowWidget(window.shared_from_this(), [this, &window] {
     Windows().BringToFront(window.shared_from_this());
   });
@@ -106,12 +105,14 @@ void QtHost::Closed(Window& window) {
 
 void QtHost::ShowMessage(const String& text) {
   const ModalScope scope(*this);
-  QMessageBox box(FrontWidget());
-  box.setWindowTitle(QApplication::applicationName());
-  box.setTextFormat(Qt::PlainText);
-  box.setText(DisplayLines(text));
-  box.addButton("OK", QMessageBox::AcceptRole);
-  box.exec();
+  // It goes with its parent, should that be destroyed while it is open.
+  const QPointer<QMessageBox> box = new QMessageBox(FrontWidget());
+  box->setWindowTitle(QApplication::applicationName());
+  box->setTextFormat(Qt::PlainText);
+  box->setText(DisplayLines(text));
+  box->addButton("OK", QMessageBox::AcceptRole);
+  box->exec();
+  delete box;
 }
 
 std::optional<FolderItem> QtHost::AskForFile(const FileRequest& request) {

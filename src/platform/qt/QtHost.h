@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QPointer>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/Host.h"
@@ -28,8 +30,8 @@ class QtHost : public Host {
   QtHost& operator=(const QtHost&) = delete;
   ~QtHost() override;
 
-  /// The icon of the program's windows.
-  void SetIcon(const Picture& picture);
+  /// The icon of the program's windows, opened when the first of them is shown.
+  void SetIcon(std::function<std::shared_ptr<const Picture>()> icon) { icon_ = std::move(icon); }
 
   /// The status that the process is to end with, once `Run` has returned.
   int ExitStatus() const { return exitStatus_; }
@@ -64,6 +66,7 @@ class QtHost : public Host {
   QWidget* FrontWidget() const;
 
   int argc_ = 1;
+  std::function<std::shared_ptr<const Picture>()> icon_;
   QApplication qtApplication_;
   std::unique_ptr<FileOpenFilter> fileOpenFilter_;
   std::unordered_map<const Window*, WindowWidget*> widgets_;

@@ -51,9 +51,13 @@ WindowWidget::~WindowWidget() {
 void WindowWidget::TakeDesign() {
   const WindowDesign& design = window_->Design();
   setWindowFlags(FlagsOf(design));
-  setMinimumSize(design.minWidth, design.minHeight);
-  setMaximumSize(design.maxWidth, design.maxHeight);
-  resize(design.width, design.height);
+  if (design.resizeable) {
+    setMinimumSize(design.minWidth, design.minHeight);
+    setMaximumSize(design.maxWidth, design.maxHeight);
+    resize(design.width, design.height);
+  } else {
+    setFixedSize(design.width, design.height);
+  }
   setPalette(LightPalette());
 }
 

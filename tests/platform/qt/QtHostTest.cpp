@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QFileOpenEvent>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -13,6 +15,7 @@
 
 #include "platform/Desktop.h"
 #include "platform/Exceptions.h"
+#include "platform/qt/PictureIcon.h"
 #include "platform/qt/WindowWidget.h"
 #include "resources/Endpoints.h"
 #include "shell/Window1.h"
@@ -65,7 +68,7 @@ class QtHostTest : public testing::Test {
   /// A shown window of the document `name`.
   std::shared_ptr<Window1> NewWindow(const String& name) {
     auto window = Window::New<Window1>();
-    window->SetDocumentName(name);
+    window->SetTitle(name);
     EXPECT_TRUE(QTest::qWaitFor([&] { return Widget(*window).isVisible(); }));
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&Widget(*window)));
     return window;
@@ -100,6 +103,7 @@ class QtHostTest : public testing::Test {
 struct ControlCase {
   const char* name;
   QRect place;
+  int tabIndex;
   const char* text;
   int pixelSize;
 };
@@ -116,21 +120,22 @@ TEST_F(QtHostTest, Window1HasItsControlsWhereTheyBelong) {
   EXPECT_FALSE(widget.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
 
   const ControlCase cases[] = {
-      {"PushButton2", {183, 111, 69, 20}, "閉じる", 12},
-      {"StaticText1", {20, 10, 240, 20}, "Vintrace CS", 12},
-      {"StaticText2", {104, 38, 161, 20}, "Adobe InDesign CS3", 12},
-      {"StaticText3", {105, 57, 137, 18}, "Macintosh Edition", 10},
-      {"StaticText5", {105, 78, 160, 25}, "サブバージョン不明", 14},
-      {"Label1", {183, 12, 91, 20}, "a.indd", 0},
-      {"Canvas1", {34, 38, 48, 48}, "", 0},
-      {"StaticText4", {20, 114, 114, 20}, endpoints::WebPage.data(), 12},
-      {"PushButton3", {20, 111, 142, 20}, "該当バージョンで開く", 12},
+      {"PushButton2", {183, 111, 69, 20}, 0, "閉じる", 12},
+      {"StaticText1", {20, 10, 240, 20}, 1, "Vintrace CS", 12},
+      {"StaticText2", {104, 38, 161, 20}, 2, "Adobe InDesign CS3", 12},
+      {"StaticText3", {105, 57, 137, 18}, 4, "Macintosh Edition", 10},
+      {"StaticText5", {105, 78, 160, 25}, 6, "サブバージョン不明", 14},
+      {"Label1", {183, 12, 91, 20}, 7, "ファイル名", 0},
+      {"Canvas1", {34, 38, 48, 48}, 3, "", 0},
+      {"StaticText4", {20, 114, 114, 20}, 5, endpoints::WebPage.data(), 12},
+      {"PushButton3", {20, 111, 142, 20}, 8, "該当バージョンで開く", 12},
   };
   int index = 0;
-  for (const auto& [name, place, text, pixelSize] : cases) {
+  for (const auto& [name, place, tabIndex, text, pixelSize] : cases) {
     SCOPED_TRACE(name);
     QWidget& control = Child(*window, name);
-    EXPECT_EQ(window->Control(index++)->Design().name, name);
+    EXPECT_EQ(window->Control(index)->Design().name, name);
+    EXPECT_EQ(window->Control(index++)->Design().tabIndex, tabIndex);
     EXPECT_EQ(control.geometry(), place);
     EXPECT_EQ(control.isVisible(), control.objectName() != "Label1");
     EXPECT_EQ(control.isEnabled(), control.objectName() != "Label1");
@@ -189,8 +194,12 @@ TEST_F(QtHostTest, TheLinkFollowsTheMouse) {
   QTest::mouseMove(surface, outside);
   EXPECT_EQ(color(), QColor(0, 0, 255));
 
-  // A release away from the link still follows it; the other buttons do nothing.
+  // A release away from the link still follows it; the other buttons, and a label that refuses the
+  // press, do nothing.
   QTest::mouseClick(surface, Qt::RightButton, {}, inside);
+  window->StaticText4().MouseDown = [] { return false; };
+  QTest::mouseClick(surface, Qt::LeftButton, {}, inside);
+  window->StaticText4().MouseDown = [] { return true; };
   QTest::mousePress(surface, Qt::LeftButton, {}, inside);
   EXPECT_EQ(host.urls, Lines{});
   QTest::mouseRelease(surface, Qt::LeftButton, {}, outside);
@@ -223,17 +232,33 @@ TEST_F(QtHostTest, ATextTooLongForItsPlaceEndsInAnEllipsis) {
   EXPECT_EQ(window->StaticText2().Text(), text);
 }
 
-TEST_F(QtHostTest, ThePictureIsDrawnInItsPlace) {
+QImage Decoded(std::string_view png) {
+  return QImage::fromData(QByteArray(png.data(), static_cast<qsizetype>(png.size())), "PNG");
+}
+
+/// The picture on the ground of the windows.
+QImage OnGround(const QImage& picture) {
+  QImage image(picture.size(), QImage::Format_RGB32);
+  image.fill(QColor(0xEC, 0xEC, 0xEC));
+  QPainter(&image).drawImage(0, 0, picture);
+  return image;
+}
+
+TEST_F(QtHostTest, ThePictureIsDrawnInItsPlaceAndFinerOnDenseScreens) {
   Start();
   const auto window = NewWindow("a.indd");
   const QRect place = Child(*window, "Canvas1").geometry();
-  const QImage without = Widget(*window).grab(place).toImage();
-  window->SetPicture(pictures::cs6);
-  const QImage drawn = Widget(*window).grab(place).toImage();
-  EXPECT_EQ(drawn.size(), QSize(48, 48));
-  EXPECT_NE(drawn, without);
-  window->SetPicture(pictures::cs5);
-  EXPECT_NE(Widget(*window).grab(place).toImage(), drawn);
+  const auto shown = [&] {
+    return Widget(*window).grab(place).toImage().convertToFormat(QImage::Format_RGB32);
+  };
+  for (const auto accessor : {pictures::cs6, pictures::und}) {
+    const auto picture = accessor();
+    window->SetPicture(accessor);
+    EXPECT_EQ(shown(), OnGround(Decoded(picture->Png())));
+    QImage dense = qt::IconOf(*picture).pixmap(place.size(), 2.0).toImage();
+    dense.setDevicePixelRatio(1);
+    EXPECT_EQ(OnGround(dense), OnGround(Decoded(picture->PngAt2x())));
+  }
 }
 
 TEST_F(QtHostTest, APressInAWindowBehindBringsItToTheFrontBeforeItActs) {
@@ -244,6 +269,15 @@ TEST_F(QtHostTest, APressInAWindowBehindBringsItToTheFrontBeforeItActs) {
   QTest::mouseClick(&Child(*a, "PushButton2"), Qt::LeftButton);
   EXPECT_FALSE(a->IsOpen());
   EXPECT_TRUE(b->IsOpen());
+}
+
+TEST_F(QtHostTest, TheWindowThatIsActivatedComesToTheFront) {
+  auto& host = Start();
+  const auto a = NewWindow("a.indd");
+  const auto b = NewWindow("b.indd");
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Widget(*b)));
+  Widget(*a).activateWindow();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return host.Windows().At(0) == a; }));
 }
 
 TEST_F(QtHostTest, TheCloseBoxClosesAndLeavesTheOthers) {
@@ -300,6 +334,33 @@ TEST_F(QtHostTest, WhatBreaksInAnEventIsReportedAndTheNextOneComes) {
   host.Run();
   EXPECT_EQ(report, "予期しないエラーが起こりました。\nbroken");
   EXPECT_EQ(story.size(), 4U);
+}
+
+TEST_F(QtHostTest, TheSystemsOwnEventHandsOverADocument) {
+  auto& host = Start();
+  app->onDocument = [] { desktop::Quit(0); };
+  QFileOpenEvent event(QString("/二.indd"));
+  QApplication::sendEvent(qApp, &event);
+  host.Run();
+  EXPECT_EQ(story, (Lines{"open", "document /二.indd", "done"}));
+}
+
+TEST_F(QtHostTest, ClosingTheLastWindowByItsBoxDoesNotEndTheProgram) {
+  auto& host = Start({"/first.indd"});
+  std::shared_ptr<Window1> window;
+  app->onDocument = [&] {
+    if (window) return desktop::Quit(5);
+    window = Window::New<Window1>();
+    QTimer::singleShot(0, [&] {
+      ASSERT_TRUE(Widget(*window).isVisible());
+      Widget(*window).close();
+      // Another document comes when the loop has come round, in which it would have ended.
+      QTimer::singleShot(
+          0, [&] { QTimer::singleShot(0, [&] { host.HandOver(FolderItem("/second.indd")); }); });
+    });
+  };
+  host.Run();
+  EXPECT_EQ(host.ExitStatus(), 5);
 }
 
 TEST_F(QtHostTest, TheSystemsQuitRequestEndsTheProgramWithItsWindows) {
