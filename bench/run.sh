@@ -2,6 +2,7 @@
 # Sets up, builds and prints the figures of docs/benchmarks.md: bench/run.sh [CMAKE_OPTION…]
 # Takes a minute or two and 2.5 GB in the folder of temporary files, which TMPDIR names.
 set -euo pipefail
+unset CDPATH
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # shellcheck source=scripts/packages.sh
 . "$project/scripts/packages.sh"

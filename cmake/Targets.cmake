@@ -4,7 +4,10 @@ add_library(vintrace_common INTERFACE)
 target_include_directories(vintrace_common INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(vintrace_common INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
-  -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Werror)
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2)
+if(VINTRACE_WERROR)
+  target_compile_options(vintrace_common INTERFACE -Werror)
+endif()
 if(VINTRACE_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(vintrace_common INTERFACE ${sanitizers})

@@ -2,6 +2,7 @@
 # Checks that includes run one way, as docs/architecture.md says: scripts/check-includes.sh
 # Prints each include that runs back or leaves its layer, and then exits with 1.
 set -euo pipefail
+unset CDPATH
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # The folders whose headers each folder may include, besides its own.
@@ -15,7 +16,7 @@ declare -A allowed=(
   [online]="resources platform"
   [shell]="inspection launch online resources platform"
   [inspect]="inspection resources platform"
-  [.]="shell resources platform platform/qt"
+  [.]="shell resources platform platform/posix platform/qt"
 )
 
 # folder_of PATH: the layer of a file below src/.

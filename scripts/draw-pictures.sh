@@ -12,28 +12,28 @@ source=$pictures/pictures.svg
 releases=(cs cs2 cs3 cs4 cs5 cs55 cs6 cc cc2014 cc2015 cc2017 cc2018 cc2019 und)
 
 fail() {
-    printf 'draw-pictures: %s\n' "$1" >&2
-    exit 1
+  printf 'draw-pictures: %s\n' "$1" >&2
+  exit 1
 }
 
 command -v rsvg-convert >/dev/null \
-    || fail 'rsvg-convert not found, install the Debian package librsvg2-bin'
+  || fail 'rsvg-convert not found, install the Debian package librsvg2-bin'
 
 # Another font would be used without a word, with other widths.
 if command -v fc-list >/dev/null && [[ -z $(fc-list 'DejaVu Sans:bold') ]]; then
-    fail 'the font DejaVu Sans Bold not found, install the Debian package fonts-dejavu-core'
+  fail 'the font DejaVu Sans Bold not found, install the Debian package fonts-dejavu-core'
 fi
 
 # draw NAME WIDTH HEIGHT
 draw() {
-    local name=$1 width=$2 height=$3
-    rsvg-convert --export-id="$name" --width="$width" --height="$height" \
-        --output="$pictures/$name.png" "$source"
-    rsvg-convert --export-id="$name" --width=$((2 * width)) --height=$((2 * height)) \
-        --output="$pictures/$name@2x.png" "$source"
+  local name=$1 width=$2 height=$3
+  rsvg-convert --export-id="$name" --width="$width" --height="$height" \
+    --output="$pictures/$name.png" "$source"
+  rsvg-convert --export-id="$name" --width=$((2 * width)) --height=$((2 * height)) \
+    --output="$pictures/$name@2x.png" "$source"
 }
 
 for name in "${releases[@]}" icon48; do
-    draw "$name" 48 48
+  draw "$name" 48 48
 done
 draw splash 460 300

@@ -3,7 +3,7 @@
 
 # What the programs need to be built and run, what the tests need beyond it, and what only the
 # benchmarks and the checks of the code itself need.
-BUILD_PACKAGES=(cmake g++ ninja-build qt6-base-dev fonts-ipaexfont-gothic xdg-utils)
+BUILD_PACKAGES=(cmake g++ ninja-build qt6-base-dev qt6-wayland fonts-ipaexfont-gothic xdg-utils)
 TEST_PACKAGES=(libgtest-dev openbox x11-utils xdotool xvfb)
 BENCH_PACKAGES=(libbenchmark-dev libxcb1-dev strace time xvfb)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)
@@ -36,13 +36,19 @@ need_packages() {
     --no-install-recommends "${missing[@]}" >&2
 }
 
-# On a system without Debian's packages: goes on when the tools of the build are there.
+# On a system without Debian's packages: goes on when what the build needs is there.
 need_commands() {
   local command
   for command in cmake ninja c++; do
-    command -v "$command" >/dev/null || stop "this system has no apt-get. Needed are CMake 3.25, Ninja," \
-      "a C++20 compiler, Qt 6.4 with its Widgets and a Japanese font; for the tests GoogleTest too."
+    command -v "$command" >/dev/null || stop_for_needs "$command"
   done
+  cmake --find-package -DNAME=Qt6 -DCOMPILER_ID=GNU -DLANGUAGE=CXX -DMODE=EXIST >/dev/null 2>&1 ||
+    stop_for_needs "Qt 6"
+}
+
+stop_for_needs() {
+  stop "there is no $1, and this system has no apt-get. Needed are CMake 3.25, Ninja, a C++20 compiler," \
+    "Qt 6.4 with its Widgets, and a Japanese font; for the tests also GoogleTest."
 }
 
 stop() {

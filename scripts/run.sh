@@ -2,6 +2,7 @@
 # Sets up, builds and runs Vintrace: scripts/run.sh [DOCUMENT.indd …]
 # Without documents it opens those of examples/. Without a display it prints their rows instead.
 set -euo pipefail
+unset CDPATH
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # shellcheck source=scripts/packages.sh
 . "$project/scripts/packages.sh"

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Sets up, builds with the sanitizers and passes the tests: scripts/test.sh [CMAKE_OPTION…]
 set -euo pipefail
+unset CDPATH
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # shellcheck source=scripts/packages.sh
 . "$project/scripts/packages.sh"

@@ -5,7 +5,7 @@ set -euo pipefail
 folder=$(mktemp -d)
 
 end() {
-  kill "${manager:-}" "${server:-}" 2>/dev/null || true
+  kill "${command:-}" "${manager:-}" "${server:-}" 2>/dev/null || true
   wait 2>/dev/null || true
   rm -rf "$folder"
 }
@@ -23,9 +23,13 @@ mkdir -m 700 "$XDG_RUNTIME_DIR"
 openbox --sm-disable >/dev/null 2>&1 &
 manager=$!
 # The manager is there when it has put its mark on the root window.
-for _ in $(seq 100); do
-  xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
+managed() { xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; }
+for _ in $(seq 200); do
+  managed && break
   sleep 0.05
 done
+managed || { echo "${0##*/}: openbox doesn't come up" >&2; exit 1; }
 
-"$@"
+"$@" <&0 &
+command=$!
+wait "$command"

@@ -69,6 +69,26 @@ bool Print(std::string_view text) {
   return std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
 }
 
+/// Prints rows so that those of several programs that share an output stay whole: what leaves at a
+/// time ends with a row, and is no more than a pipe takes in one piece.
+class RowPrinter {
+ public:
+  /// As `Print`.
+  bool operator()(std::string_view row) {
+    if (waiting_ + row.size() > AtATime) {
+      if (std::fflush(stdout) != 0) return false;
+      waiting_ = 0;
+    }
+    waiting_ += row.size();
+    return Print(row);
+  }
+
+ private:
+  static constexpr std::size_t AtATime =
+      4096;  // PIPE_BUF of Linux, and the size of stdio's buffer.
+  std::size_t waiting_ = 0;
+};
+
 /// A reader that has gone has had enough, which is worth no word. Any other loss of rows is.
 ExitStatus OutputLost(int error) {
   if (error != EPIPE) Complain("standard output", std::strerror(error));
@@ -94,11 +114,12 @@ std::optional<String> RowOf(const String& path) {
 
 ExitStatus PrintRows(std::span<char*> files) {
   ExitStatus status = EveryFileGaveARow;
+  RowPrinter print;
   for (const char* file : files) {
     const auto row = RowOf(file);
     if (!row) {
       status = NotEveryFileGaveARow;
-    } else if (!Print(*row)) {
+    } else if (!print(*row)) {
       return OutputLost(errno);
     }
   }

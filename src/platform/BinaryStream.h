@@ -33,16 +33,18 @@ class BinaryStream {
   /// the file, none behind it; that is no error.
   String Read(std::size_t count);
 
-  /// True when Position has reached the end of the file, as long as the file is at this moment.
+  /// True when Position has reached the end of the file: as long as it is at this moment, but not
+  /// longer than it was when it was opened, so that one that grows has an end all the same.
   bool AtEOF() const;
 
   /// Closes the file. No operation but `Close` may follow.
   void Close() noexcept;
 
  private:
-  explicit BinaryStream(int descriptor) : descriptor_(descriptor) {}
+  BinaryStream(int descriptor, std::uint64_t size) : descriptor_(descriptor), sizeAtOpen_(size) {}
 
   int descriptor_;
+  std::uint64_t sizeAtOpen_;
   std::uint64_t position_ = 0;
 };
 

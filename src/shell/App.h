@@ -22,7 +22,7 @@ class App : public Application {
   std::optional<FolderItem> myf;
 
   void Event_EnableMenuItems() override;
-  /// The system hands over a document; with a nil item the user is asked for one.
+  /// With a nil item the user is asked for a document.
   void Event_OpenDocument(const std::optional<FolderItem>& item) override;
   void Event_Open() override;
 

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <limits>
 #include <utility>
@@ -22,8 +23,13 @@ struct stat StatusOf(int descriptor) {
   return status;
 }
 
-void RequireRegularFile(int descriptor) {
-  const auto mode = StatusOf(descriptor).st_mode;
+std::uint64_t SizeOf(const struct stat& status) {
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+/// Raises unless `status` is of a regular file.
+void RequireRegularFile(const struct stat& status) {
+  const auto mode = status.st_mode;
   if (S_ISDIR(mode)) posix::RaiseIOException(EISDIR);
   if (!S_ISREG(mode)) throw IOException(EINVAL, "Not a regular file");
 }
@@ -53,13 +59,17 @@ BinaryStream BinaryStream::Open(const std::optional<FolderItem>& item) {
   const int descriptor =
       open(item->NativePath().c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   if (descriptor < 0) posix::RaiseIOException(errno);
-  BinaryStream stream(descriptor);
-  RequireRegularFile(descriptor);
+  BinaryStream stream(descriptor, 0);
+  const struct stat status = StatusOf(descriptor);
+  RequireRegularFile(status);
+  stream.sizeAtOpen_ = SizeOf(status);
   return stream;
 }
 
 BinaryStream::BinaryStream(BinaryStream&& other) noexcept
-    : descriptor_(std::exchange(other.descriptor_, Closed)), position_(other.position_) {}
+    : descriptor_(std::exchange(other.descriptor_, Closed)),
+      sizeAtOpen_(other.sizeAtOpen_),
+      position_(other.position_) {}
 
 BinaryStream::~BinaryStream() { Close(); }
 
@@ -77,7 +87,7 @@ String BinaryStream::Read(std::size_t count) {
 }
 
 bool BinaryStream::AtEOF() const {
-  return position_ >= static_cast<std::uint64_t>(StatusOf(descriptor_).st_size);
+  return position_ >= std::min(sizeAtOpen_, SizeOf(StatusOf(descriptor_)));
 }
 
 void BinaryStream::Close() noexcept {

@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QTimer>
 #include <QUrl>
+#include <chrono>
 #include <filesystem>
 #include <utility>
 
@@ -144,13 +145,28 @@ void QtHost::CatchUpLater() {
 void QtHost::CatchUp() {
   if (quitting_ || modalDepth_ > 0) return;
   for (const auto& widget : std::exchange(unshown_, {})) {
-    if (widget && widget->Shown().IsOpen()) widget->show();
+    if (widget && widget->Shown().IsOpen()) ShowAndAwait(*widget);
   }
-  if (!started_ || handedOver_.empty()) return;
+  const bool mayDeliver = started_ && (!awaited_ || awaitedUntil_.hasExpired());
+  if (!mayDeliver || handedOver_.empty()) return;
   const FolderItem document = handedOver_.front();
   handedOver_.pop_front();
   Application().RaiseOpenDocument(document);
   CatchUpLater();
+}
+
+// A document is inspected in one go, however long that takes, and the window of the one before it
+// would stand there undrawn.
+void QtHost::ShowAndAwait(WindowWidget& widget) {
+  constexpr std::chrono::milliseconds Patience(250);  // A window on another desktop isn't drawn.
+  awaited_ = &widget;
+  awaitedUntil_.setRemainingTime(Patience);
+  QTimer::singleShot(Patience, &qtApplication_, [this] { CatchUp(); });
+  widget.WhenPainted([this] {
+    awaited_.clear();
+    CatchUp();
+  });
+  widget.show();
 }
 
 void QtHost::Quit(int exitStatus) {

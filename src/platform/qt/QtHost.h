@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QPointer>
 #include <deque>
 #include <functional>
@@ -62,6 +63,7 @@ class QtHost : public Host {
   /// comes round and no box or dialog is open.
   void CatchUpLater();
   void CatchUp();
+  void ShowAndAwait(WindowWidget& widget);
   /// The widget of the front window; nil when there is none or it isn't shown yet.
   QWidget* FrontWidget() const;
 
@@ -72,6 +74,8 @@ class QtHost : public Host {
   std::unordered_map<const Window*, WindowWidget*> widgets_;
   std::vector<QPointer<WindowWidget>> unshown_;
   std::deque<FolderItem> handedOver_;
+  QPointer<WindowWidget> awaited_;  // Shown, and to be painted before the next document comes.
+  QDeadlineTimer awaitedUntil_;
   bool started_ = false;
   bool quitting_ = false;
   int modalDepth_ = 0;

@@ -1,7 +1,9 @@
 #include "platform/qt/WindowWidget.h"
 
 #include <QCloseEvent>
+#include <QTimer>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "platform/Control.h"
@@ -85,6 +87,13 @@ void WindowWidget::Refresh(const RectControl& control) { faces_.at(&control)->Re
 void WindowWidget::Dismiss() {
   hide();
   deleteLater();
+}
+
+void WindowWidget::paintEvent(QPaintEvent* event) {
+  QWidget::paintEvent(event);
+  // The controls are drawn after their window, in the same turn of the loop.
+  if (auto painted = std::exchange(painted_, nullptr))
+    QTimer::singleShot(0, this, std::move(painted));
 }
 
 bool WindowWidget::event(QEvent* event) {

@@ -27,6 +27,9 @@ class WindowWidget : public QWidget {
 
   vintrace::Window& Shown() const { return *window_; }
 
+  /// `painted` is called once, when the window has been on the screen and drawn.
+  void WhenPainted(std::function<void()> painted) { painted_ = std::move(painted); }
+
   /// Takes over the window's title.
   void RefreshTitle();
   /// Takes over what a control of this window says now.
@@ -35,6 +38,7 @@ class WindowWidget : public QWidget {
   void Dismiss();
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -47,6 +51,7 @@ class WindowWidget : public QWidget {
 
   std::shared_ptr<vintrace::Window> window_;
   std::function<void()> activated_;
+  std::function<void()> painted_;
   std::unordered_map<const RectControl*, ControlFace*> faces_;
 };
 

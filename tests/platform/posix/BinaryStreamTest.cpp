@@ -63,6 +63,17 @@ TEST(BinaryStream, AFileThatShrinksEndsWhereItEndsNow) {
   EXPECT_TRUE(stream.AtEOF());
 }
 
+TEST(BinaryStream, AFileThatGrowsEndsWhereItEndedWhenItWasOpened) {
+  const TemporaryFolder folder;
+  const FolderItem item = folder.File("a", "abc");
+  BinaryStream stream = BinaryStream::Open(item);
+  fs::resize_file(item.NativePath(), 1'000'000);
+  stream.Read(2);
+  EXPECT_FALSE(stream.AtEOF());
+  stream.Read(1);
+  EXPECT_TRUE(stream.AtEOF());
+}
+
 TEST(BinaryStream, OpensNothingButARegularFileAndNeverWaits) {
   const TemporaryFolder folder;
   fs::create_directory(folder.Path() / "folder.indd");
