@@ -323,6 +323,31 @@ TEST_F(QtHostTest, WhileABoxIsOpenNoDocumentIsHandedOver) {
       << "and what waits when the program quits is dropped";
 }
 
+/// Counts how often what it watches is drawn.
+class PaintCounter : public QObject {
+ public:
+  int paints = 0;
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++paints;
+    return false;
+  }
+};
+
+TEST_F(QtHostTest, TheNextDocumentWaitsUntilTheWindowOfTheOneBeforeIsDrawn) {
+  auto& host = Start({"/a.indd", "/b.indd"});
+  PaintCounter counter;
+  int paintsBeforeTheSecond = 0;
+  app->onDocument = [&] {
+    if (story.back() == "document /b.indd") {
+      paintsBeforeTheSecond = counter.paints;
+      return desktop::Quit(0);
+    }
+    Child(*Window::New<Window1>(), "PushButton3").installEventFilter(&counter);
+  };
+  host.Run();
+  EXPECT_GT(paintsBeforeTheSecond, 0);
+}
+
 TEST_F(QtHostTest, WhatBreaksInAnEventIsReportedAndTheNextOneComes) {
   auto& host = Start({"/a.indd", "/b.indd"});
   std::string report;
