@@ -19,7 +19,7 @@ TEST(TextEquals, FoldsAsciiLettersAndNothingElse) {
 TEST(OneLine, ReplacesWhatWouldBreakARow) {
   EXPECT_EQ(OneLine("a\tb\nc\r\0\x7F"s), "a\uFFFDb\uFFFDc\uFFFD\uFFFD\uFFFD");
   EXPECT_EQ(OneLine("\u0080a\u009Bb\u2028c\u2029"), "\uFFFDa\uFFFDb\uFFFDc\uFFFD");
-  for (const auto* kept : {"不明 \u00A0\u2027\u202A", "\xFF\xE6", "\x9B", "\xC2", "\xE2\x80"}) {
+  for (const auto* kept : {"不明 \u00A0\u2027\u202F", "\xFF\xE6", "\x9B", "\xC2", "\xE2\x80"}) {
     EXPECT_EQ(OneLine(kept), kept);
   }
 }
