@@ -12,7 +12,6 @@
 namespace vintrace::inspection {
 namespace {
 
-using test::BlockStride;
 using test::BodyStart;
 using test::DocumentBuilder;
 
@@ -27,19 +26,6 @@ TEST(BuildScan, AFileThatShrinksBetweenTheScansLeavesThePrefixAlone) {
   ReportBuild(scan, pattern, report);
   EXPECT_EQ(report.fields.buildText, "8.");
   EXPECT_EQ(EditionText(scan, pattern), "不明");
-}
-
-TEST(BuildScan, StopsAtTheFirstBlockThatSatisfiesIt) {
-  const test::TemporaryFolder folder;
-  DocumentBuilder document(BodyStart + 5 * BlockStride);
-  document.Release(8).Delimiter(BodyStart + 100).Saved(BodyStart + 2 * BlockStride + 2100, 0, "");
-  const FolderItem item = folder.File("a.indd", document.Bytes());
-  const BuildPattern pattern = PatternOf(DocumentByteOrder::Little, "8.");
-  const auto blockAt = [&](std::size_t stride) {
-    return document.Bytes().substr(BodyStart + stride * BlockStride, test::BlockSize);
-  };
-  EXPECT_EQ(MarkerScan(item, pattern).block, blockAt(2));
-  EXPECT_EQ(DelimiterScan(item, pattern).block, blockAt(0));
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/Exceptions.h"
-#include "resources/Endpoints.h"
 #include "shell/Startup.h"
 #include "shell/Window1.h"
 #include "support/DocumentBuilder.h"
@@ -89,15 +88,6 @@ TEST_F(AppTest, ADocumentIsToldInItsWindow) {
   EXPECT_EQ(Front()->shp, "");
 }
 
-TEST_F(AppTest, OutsideTheTableTheButtonGivesWayToTheLink) {
-  host.handedOver = {Document("a.indd", 15)};
-  _Main();
-  EXPECT_FALSE(Front()->PushButton3().Visible());
-  EXPECT_EQ(Front()->StaticText3().Text(), "");
-  EXPECT_EQ(Front()->StaticText5().Text(), "サブバージョン不明");
-  EXPECT_EQ(Front()->Canvas1().Backdrop(), pictures::und());
-}
-
 TEST_F(AppTest, EachHandOverOpensAWindowOfItsOwn) {
   host.handedOver = {Document("a.indd"), Document("B.INDD"), Document("a.indd")};
   _Main();
@@ -150,22 +140,6 @@ TEST_F(AppTest, ClosingTheLastWindowDoesNotQuit) {
   Front()->PushButton2().RaiseAction();
   EXPECT_EQ(host.Titles(), Lines{});
   EXPECT_EQ(host.story, (Lines{"window", "window"}));
-}
-
-TEST_F(AppTest, TheLinkTurnsRedUnderTheMouseAndOpensThePage) {
-  host.handedOver = {Document("a.indd")};
-  _Main();
-  Label& link = Front()->StaticText4();
-  EXPECT_EQ(link.TextColor(), RGB(0, 0, 255));
-  link.RaiseMouseEnter();
-  EXPECT_EQ(link.TextColor(), RGB(255, 0, 0));
-  EXPECT_TRUE(link.RaiseMouseDown());
-  link.RaiseMouseUp();
-  EXPECT_EQ(link.TextColor(), RGB(255, 0, 0));
-  EXPECT_EQ(host.story.back(), "url: " + link.Text());
-  EXPECT_EQ(link.Text(), endpoints::WebPage);
-  link.RaiseMouseExit();
-  EXPECT_EQ(link.TextColor(), RGB(0, 0, 255));
 }
 
 }  // namespace

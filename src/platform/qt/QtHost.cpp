@@ -126,6 +126,7 @@ void QtHost::ShowURL(const String& url) {
 }
 
 void QtHost::Run() {
+  if (quitting_) return;
   QTimer::singleShot(0, &qtApplication_, [this] { Start(); });
   const int status = QApplication::exec();
   if (!quitting_) exitStatus_ = status;

@@ -144,19 +144,6 @@ TEST_F(QtHostTest, Window1HasItsControlsWhereTheyBelong) {
   }
 }
 
-TEST_F(QtHostTest, TheAccessorsOfWindow1GiveTheControlsOfTheirNames) {
-  Start();
-  const auto window = NewWindow("a.indd");
-  const std::pair<const RectControl*, const char*> controls[] = {
-      {&window->PushButton2(), "PushButton2"}, {&window->StaticText1(), "StaticText1"},
-      {&window->StaticText2(), "StaticText2"}, {&window->StaticText3(), "StaticText3"},
-      {&window->StaticText5(), "StaticText5"}, {&window->Label1(), "Label1"},
-      {&window->Canvas1(), "Canvas1"},         {&window->StaticText4(), "StaticText4"},
-      {&window->PushButton3(), "PushButton3"},
-  };
-  for (const auto& [control, name] : controls) EXPECT_EQ(control->Design().name, name);
-}
-
 TEST_F(QtHostTest, TheTabKeyGoesRoundByTabIndex) {
   Start();
   const auto window = NewWindow("a.indd");
