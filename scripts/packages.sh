@@ -42,8 +42,10 @@ need_commands() {
   for command in cmake ninja c++; do
     command -v "$command" >/dev/null || stop_for_needs "$command"
   done
-  cmake --find-package -DNAME=Qt6 -DCOMPILER_ID=GNU -DLANGUAGE=CXX -DMODE=EXIST >/dev/null 2>&1 ||
-    stop_for_needs "Qt 6"
+  for command in qtpaths6 qmake6 qtpaths qmake; do
+    command -v "$command" >/dev/null && return
+  done
+  stop_for_needs "Qt 6"
 }
 
 stop_for_needs() {
