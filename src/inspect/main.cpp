@@ -84,8 +84,9 @@ class RowPrinter {
   }
 
  private:
-  static constexpr std::size_t AtATime =
-      4096;  // PIPE_BUF of Linux, and the size of stdio's buffer.
+  // PIPE_BUF of Linux, and the size of stdio's buffer.
+  static constexpr std::size_t AtATime = 4096;
+
   std::size_t waiting_ = 0;
 };
 

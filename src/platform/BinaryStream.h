@@ -41,10 +41,10 @@ class BinaryStream {
   void Close() noexcept;
 
  private:
-  BinaryStream(int descriptor, std::uint64_t size) : descriptor_(descriptor), sizeAtOpen_(size) {}
+  explicit BinaryStream(int descriptor) : descriptor_(descriptor) {}
 
   int descriptor_;
-  std::uint64_t sizeAtOpen_;
+  std::uint64_t sizeAtOpen_ = 0;
   std::uint64_t position_ = 0;
 };
 

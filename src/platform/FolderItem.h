@@ -26,9 +26,8 @@ class FolderItem {
 };
 
 /// The item of a path that was given relative to `folder`, an absolute path. An absolute path, an
-/// empty one, and any path when `folder` is empty, is taken as it is. No file is touched, and no
-/// `.`,
-/// `..` or link is resolved.
+/// empty one, and any path when `folder` is empty, is taken as it is. No file is touched, and
+/// neither dots nor links are resolved.
 FolderItem ItemRelativeTo(std::string_view folder, std::string_view path);
 
 }  // namespace vintrace

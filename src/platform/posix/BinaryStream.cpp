@@ -59,7 +59,7 @@ BinaryStream BinaryStream::Open(const std::optional<FolderItem>& item) {
   const int descriptor =
       open(item->NativePath().c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   if (descriptor < 0) posix::RaiseIOException(errno);
-  BinaryStream stream(descriptor, 0);
+  BinaryStream stream(descriptor);
   const struct stat status = StatusOf(descriptor);
   RequireRegularFile(status);
   stream.sizeAtOpen_ = SizeOf(status);

@@ -9,6 +9,7 @@
 #include "platform/qt/FilterLabel.h"
 
 namespace vintrace::qt {
+
 std::optional<FolderItem> AskForFile(const FileRequest& request, QWidget* parent) {
   const QString folder =
       request.initialDirectory
