@@ -2,8 +2,14 @@
 # nowhere: a build that nobody configured leads to nobody's site.
 
 set(VINTRACE_SITE_HOST "vt.example" CACHE STRING
-    "Host of the program's web site, whose root the link of the windows opens")
+    "Host of the program's web site, whose root the links of the windows open")
+set(VINTRACE_MAIL_ADDRESS "info@vt.example" CACHE STRING
+    "Mail address of the publisher, which the about window shows")
 
-if(NOT VINTRACE_SITE_HOST MATCHES "^[A-Za-z0-9]([A-Za-z0-9.-]*[A-Za-z0-9])?(:[0-9]+)?$")
+set(host "[A-Za-z0-9]([A-Za-z0-9.-]*[A-Za-z0-9])?")
+if(NOT VINTRACE_SITE_HOST MATCHES "^${host}(:[0-9]+)?$")
   message(FATAL_ERROR "VINTRACE_SITE_HOST is no host name: '${VINTRACE_SITE_HOST}'")
+endif()
+if(NOT VINTRACE_MAIL_ADDRESS MATCHES "^[A-Za-z0-9._+-]+@${host}$")
+  message(FATAL_ERROR "VINTRACE_MAIL_ADDRESS is no mail address: '${VINTRACE_MAIL_ADDRESS}'")
 endif()

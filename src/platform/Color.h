@@ -18,5 +18,6 @@ constexpr Color RGB(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
 }
 
 inline constexpr Color Black = RGB(0, 0, 0);
+inline constexpr Color White = RGB(255, 255, 255);
 
 }  // namespace vintrace

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/ExceptionHandling.h"
 #include "platform/Host.h"
 #include "platform/Window.h"
 
@@ -23,9 +22,7 @@ void RectControl::Changed() {
 }
 
 void RectControl::Raise(const std::function<void()>& handler) {
-  if (!handler || !window_.IsOpen()) return;
-  const auto alive = window_.shared_from_this();
-  _CallFunctionWithExceptionHandling(handler);
+  if (handler) window_._Raise(handler);
 }
 
 void Label::SetText(String text) {

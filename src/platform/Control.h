@@ -30,6 +30,8 @@ struct ControlDesign {
   int tabIndex;               ///< The control's turn when the Tab key goes round.
   std::string_view textFont;  ///< "System" and size 0 stand for the platform's own.
   int textSize;               ///< Pixels.
+  std::string_view description =
+      {};  ///< What tells of a control without a text to one who doesn't see it.
 };
 
 /// Goes to each control by its class.
@@ -63,8 +65,7 @@ class RectControl {
  protected:
   /// Tells the host that a property of this control has changed.
   void Changed();
-  /// Runs a handler of this control as the desktop's callbacks run, with the window kept alive. A
-  /// closed window raises no events.
+  /// As `Window::_Raise`; an empty handler is no handler.
   void Raise(const std::function<void()>& handler);
 
  private:

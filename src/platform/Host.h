@@ -36,8 +36,8 @@ class Host {
   /// The application object. Raises `NilObjectException` before there is one.
   vintrace::Application& Application() const;
 
-  /// Brings `window`, which is complete, onto the screen and to the front. It may come up as late
-  /// as the end of the handler that is running.
+  /// Brings `window`, which is complete, onto the screen and to the front, or to the front alone if
+  /// it is there already. It may come up as late as the end of the handler that is running.
   virtual void Show(Window& window) = 0;
   /// A property of a window that is shown, or of a control in one, has changed.
   virtual void Changed(Window& window) = 0;
@@ -51,6 +51,8 @@ class Host {
   /// Asks the user for an item and returns it, or nil on cancel. No document is handed over
   /// meanwhile.
   virtual std::optional<FolderItem> AskForFile(const FileRequest& request) = 0;
+  /// Replaces what the clipboard holds by plain text. `text`: valid UTF-8.
+  virtual void SetClipboardText(const String& text) = 0;
   /// Hands an address to the default browser or mail client. No result.
   virtual void ShowURL(const String& url) = 0;
 

@@ -1,5 +1,8 @@
 #include "platform/Window.h"
 
+#include <utility>
+
+#include "platform/ExceptionHandling.h"
 #include "platform/Host.h"
 
 namespace vintrace {
@@ -18,6 +21,30 @@ void Window::SetTitle(String title) {
   title_ = std::move(title);
   if (open_) Host::Current().Changed(*this);
 }
+
+void Window::Show() {
+  if (!open_) return;
+  Host::Current().Windows().BringToFront(shared_from_this());
+  Host::Current().Show(*this);
+}
+
+bool Window::RaiseMouseDown() {
+  bool taken = false;
+  _Raise([&] { taken = Event_MouseDown(); });
+  return taken;
+}
+
+void Window::RaiseMouseUp() {
+  _Raise([this] { Event_MouseUp(); });
+}
+
+void Window::_Raise(const std::function<void()>& handler) {
+  if (!open_) return;
+  const auto alive = shared_from_this();
+  _CallFunctionWithExceptionHandling(handler);
+}
+
+std::shared_ptr<Window> Window::At(int index) { return Host::Current().Windows().At(index); }
 
 RectControl* Window::Control(int index) const {
   const auto position = static_cast<std::size_t>(index);

@@ -1,10 +1,14 @@
 #include "shell/App.h"
 
 #include "inspection/VersionCheck.h"
+#include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "platform/Exceptions.h"
 #include "platform/Host.h"
+#include "shell/InformationCopy.h"
+#include "shell/MainMenuBar.h"
 #include "shell/Window1.h"
+#include "shell/Window2.h"
 
 namespace vintrace {
 namespace {
@@ -12,6 +16,13 @@ namespace {
 constexpr std::string_view ApplicationIdentifier = "3";
 constexpr std::string_view LaunchReportField = "Vintrase";
 constexpr std::string_view DocumentFileType = "indd";
+
+/// The open window at that place from the front. Raises `NilObjectException` when there is none.
+std::shared_ptr<Window> WindowAt(int index) {
+  auto window = desktop::Window(index);
+  if (!window) throw NilObjectException("Window");
+  return window;
+}
 
 std::optional<FolderItem> AskForDocument() { return desktop::GetOpenFolderItem(DocumentFileType); }
 
@@ -23,7 +34,11 @@ String ApplicationVersionText(int major, int minor, int bug) {
 
 App& App::Instance() { return static_cast<App&>(Host::Current().Application()); }
 
-void App::Event_EnableMenuItems() {}
+void App::Event_EnableMenuItems() {
+  hiraku().Enable();
+  kono().Enable();
+  upchk().Enable();
+}
 
 void App::Event_OpenDocument(const std::optional<FolderItem>& item) {
   if (const auto document = item ? item : AskForDocument()) VersionCheck(*document);
@@ -41,13 +56,30 @@ bool App::_hiraku_Action() {
   return false;
 }
 
-bool App::_kono_Action() { return false; }
+bool App::_kono_Action() {
+  Window2::Instance()->Show();
+  return false;
+}
 
 bool App::_upchk_Action() { return false; }
 
-bool App::_EditAllCopy_Action() { return false; }
+bool App::_EditAllCopy_Action() {
+  const String rows = InformationOfAllWindows();
+  if (rows.empty()) return false;  // No inspection window is open.
+  Clipboard clipboard;
+  clipboard.SetText(rows);
+  clipboard.Close();
+  desktop::MsgBox(String("全てのウィンドウの情報をコピーしました。")
+                      .append(EndOfLine)
+                      .append("表計算アプリやテキストエディタにペーストしてご利用ください。"));
+  return false;
+}
 
-bool App::_AllClose_Action() { return false; }
+bool App::_AllClose_Action() {
+  // From back to front, so that closing a window doesn't move those that are still to be closed.
+  for (int index = desktop::WindowCount() - 1; index >= 0; --index) WindowAt(index)->Close();
+  return false;
+}
 
 String App::UpdateCheck(const String& /*app_id*/, const String& /*ver*/, const String& /*regi*/) {
   return {};

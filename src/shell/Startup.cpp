@@ -8,6 +8,7 @@
 #include "platform/Host.h"
 #include "resources/FileTypes1.h"
 #include "shell/App.h"
+#include "shell/MainMenuBar.h"
 
 namespace vintrace {
 
@@ -33,10 +34,18 @@ void _InitFileTypes() { FileTypes1::_Initialize(); }
 void _NewAppInstance() {
   auto app = std::make_unique<App>();
   app->Constructor();
+  app->SetMenuBar(MainMenuBar::Instance());
   Host::Current()._RuntimeRegisterAppObject(std::move(app));
 }
 
-void _ApplicationAddMenuHandlers() {}
+void _ApplicationAddMenuHandlers() {
+  App& app = App::Instance();
+  app.AddMenuHandler("hiraku", [&app] { return app._hiraku_Action(); });
+  app.AddMenuHandler("kono", [&app] { return app._kono_Action(); });
+  app.AddMenuHandler("upchk", [&app] { return app._upchk_Action(); });
+  app.AddMenuHandler("EditAllCopy", [&app] { return app._EditAllCopy_Action(); });
+  app.AddMenuHandler("AllClose", [&app] { return app._AllClose_Action(); });
+}
 
 void _LateStartup() {}
 

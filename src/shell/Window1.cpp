@@ -2,8 +2,11 @@
 
 #include <array>
 
+#include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "resources/Endpoints.h"
+#include "shell/InformationCopy.h"
+#include "shell/MainMenuBar.h"
 
 namespace vintrace {
 namespace {
@@ -33,7 +36,7 @@ constexpr std::array<ControlRow, 9> ControlTable{{
      Kind::Label,
      inspection::UnwrittenBuildText},
     {{"Label1", {183, 12, 91, 20}, 7, "System", 0}, Kind::Label, "ファイル名"},
-    {{"Canvas1", {34, 38, 48, 48}, 3, "", 0}, Kind::Canvas, ""},
+    {{"Canvas1", {34, 38, 48, 48}, 3, "", 0, "製品のアイコン"}, Kind::Canvas, ""},
     {{"StaticText4", {20, 114, 114, 20}, 5, "Osaka", 12}, Kind::Label, endpoints::WebPage},
     {{"PushButton3", {20, 111, 142, 20}, 8, "Osaka", 12}, Kind::PushButton, "該当バージョンで開く"},
 }};
@@ -53,6 +56,7 @@ enum Index {
 }  // namespace
 
 void Window1::Layout() {
+  SetMenuBar(MainMenuBar::Instance());
   design_ = {.width = Width,
              .height = Height,
              .minWidth = Width,
@@ -114,13 +118,44 @@ bool Window1::StaticText4_MouseDown() { return true; }
 
 void Window1::PushButton3_Action() {}
 
-void Window1::AddMenuHandlers() {}
+MenuItem& Window1::EditMenu() const { return MenuBar()->Item("EditMenu"); }
+ApplicationMenuItem& Window1::kono() const { return MenuBar()->Item<ApplicationMenuItem>("kono"); }
+MenuItem& Window1::EditSeparator2() const { return MenuBar()->Item("EditSeparator2"); }
+MenuItem& Window1::upchk() const { return MenuBar()->Item("upchk"); }
+MenuItem& Window1::AllClose() const { return MenuBar()->Item("AllClose"); }
+MenuItem& Window1::closewin() const { return MenuBar()->Item("closewin"); }
+MenuItem& Window1::EditAllCopy() const { return MenuBar()->Item("EditAllCopy"); }
+MenuItem& Window1::clcopy() const { return MenuBar()->Item("clcopy"); }
+MenuItem& Window1::FileMenu() const { return MenuBar()->Item("FileMenu"); }
+QuitMenuItem& Window1::FileQuit() const { return MenuBar()->Item<QuitMenuItem>("FileQuit"); }
+MenuItem& Window1::hiraku() const { return MenuBar()->Item("hiraku"); }
 
-void Window1::Event_EnableMenuItems() {}
+void Window1::AddMenuHandlers() {
+  AddMenuHandler("clcopy", [this] { return _clcopy_Action(); });
+  AddMenuHandler("closewin", [this] { return _closewin_Action(); });
+}
 
-bool Window1::_clcopy_Action() { return false; }
+void Window1::Event_EnableMenuItems() {
+  clcopy().Enable();
+  closewin().Enable();
+  EditAllCopy().Enable();
+  AllClose().Enable();
+}
 
-bool Window1::_closewin_Action() { return false; }
+bool Window1::_clcopy_Action() {
+  const InformationFields fields = {Label1().Text(), StaticText2().Text(), StaticText3().Text(),
+                                    StaticText5().Text()};
+  Clipboard clipboard;
+  clipboard.SetText(InformationRow(fields, InformationConverter()));
+  clipboard.Close();
+  desktop::MsgBox(Label1().Text() + "の情報をコピーしました");
+  return false;
+}
+
+bool Window1::_closewin_Action() {
+  Close();
+  return false;
+}
 
 bool Window1::OpenApp(const String& /*path*/) { return false; }
 

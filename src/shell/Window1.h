@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "inspection/InspectionReport.h"
+#include "platform/Menu.h"
 #include "platform/Window.h"
 
 namespace vintrace {
@@ -36,9 +37,24 @@ class Window1 : public Window, public inspection::InspectionReport {
   virtual bool StaticText4_MouseDown();
   virtual void PushButton3_Action();
 
+  // The items of those names in the window's menu bar.
+  virtual MenuItem& EditMenu() const;
+  virtual ApplicationMenuItem& kono() const;
+  virtual MenuItem& EditSeparator2() const;
+  virtual MenuItem& upchk() const;
+  virtual MenuItem& AllClose() const;
+  virtual MenuItem& closewin() const;
+  virtual MenuItem& EditAllCopy() const;
+  virtual MenuItem& clcopy() const;
+  virtual MenuItem& FileMenu() const;
+  virtual QuitMenuItem& FileQuit() const;
+  virtual MenuItem& hiraku() const;
+
   void AddMenuHandlers() override;
-  virtual void Event_EnableMenuItems();
+  void Event_EnableMenuItems() override;
   void Event_Open() override {}
+  /// Handlers of the menu items, which return false: what the window tells goes to the clipboard as
+  /// one row; the window closes.
   virtual bool _clcopy_Action();
   virtual bool _closewin_Action();
   virtual bool OpenApp(const String& path);

@@ -1,5 +1,6 @@
 #include "support/ScriptedHost.h"
 
+#include "platform/Menu.h"
 #include "platform/Window.h"
 
 namespace vintrace::test {
@@ -26,6 +27,12 @@ void ScriptedHost::Run() {
 void ScriptedHost::Quit(int exitStatus) {
   quitting_ = true;
   story.push_back("quit: " + std::to_string(exitStatus));
+}
+
+bool ScriptedHost::Choose(std::string_view itemName) {
+  const MenuItem& item = Application().MenuBar()->Item(itemName);
+  ChooseMenuItem(item);
+  return item.Enabled();
 }
 
 std::vector<std::string> ScriptedHost::Titles() {

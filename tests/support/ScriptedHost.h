@@ -17,6 +17,9 @@ class ScriptedHost : public Host {
   /// The user's answers to the dialogs; with none left, a dialog is cancelled.
   std::deque<FolderItem> choices;
 
+  /// What the clipboard holds.
+  String clipboard = "what it held before";
+
   /// What the program asked for, one line a thing: "message: …", "open dialog: indd (.indd)",
   /// "url: …", "quit: 0".
   std::vector<std::string> story;
@@ -27,9 +30,13 @@ class ScriptedHost : public Host {
   void Closed(Window&) override {}
   void ShowMessage(const String& text) override { story.push_back("message: " + text); }
   std::optional<FolderItem> AskForFile(const FileRequest& request) override;
+  void SetClipboardText(const String& text) override { clipboard = text; }
   void ShowURL(const String& url) override { story.push_back("url: " + url); }
   void Run() override;
   void Quit(int exitStatus) override;
+
+  /// The user chooses the menu item of that name. False when it can't be chosen now.
+  bool Choose(std::string_view itemName);
 
   /// The titles of the open windows, front to back.
   std::vector<std::string> Titles();

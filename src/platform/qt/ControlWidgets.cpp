@@ -1,8 +1,10 @@
 #include "platform/qt/ControlWidgets.h"
 
+#include <QAccessibleWidget>
 #include <QEnterEvent>
 #include <QFontMetrics>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -42,6 +44,18 @@ class LabelFace : public QLabel, public ControlFace {
 
   QWidget& Widget() override { return *this; }
 
+  /// A label that takes the mouse is a link.
+  bool IsLink() const { return static_cast<bool>(label_.MouseUp); }
+
+  /// Follows the link as a click does.
+  void Press() {
+    if (label_.RaiseMouseDown()) label_.RaiseMouseUp();
+  }
+
+  void SetCovered(bool covered) override {
+    setFocusPolicy(IsLink() && !covered ? Qt::TabFocus : Qt::NoFocus);
+  }
+
   void Refresh() override {
     RefreshCommon(label_, *this);
     setFont(FontOf(label_.Design().textFont, label_.Design().textSize, label_.Underline()));
@@ -66,7 +80,26 @@ class LabelFace : public QLabel, public ControlFace {
     if (std::exchange(pressed_, false)) label_.RaiseMouseUp();
   }
 
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool presses = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
+                         event->key() == Qt::Key_Space;
+    if (!presses) return event->ignore();
+    if (!event->isAutoRepeat()) Press();
+  }
+
+  void paintEvent(QPaintEvent* event) override {
+    QLabel::paintEvent(event);
+    if (hasFocus()) DrawFocus();
+  }
+
  private:
+  /// The frame is the text's colour, which is legible on the ground, whatever that is.
+  void DrawFocus() {
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::WindowText), 1, Qt::DotLine));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
+
   void RefreshColor() {
     const Color color = label_.TextColor();
     QPalette colors = palette();
@@ -94,6 +127,7 @@ class ButtonFace : public QPushButton, public ControlFace {
  public:
   ButtonFace(PushButton& button, QWidget& parent) : QPushButton(&parent), button_(button) {
     Prepare(button, *this);
+    setAutoDefault(true);  // Return presses it, as Space does.
     connect(this, &QPushButton::clicked, this, [this] { button_.RaiseAction(); });
   }
 
@@ -113,6 +147,7 @@ class CanvasFace : public QWidget, public ControlFace {
  public:
   CanvasFace(Canvas& canvas, QWidget& parent) : QWidget(&parent), canvas_(canvas) {
     Prepare(canvas, *this);
+    setAccessibleName(DisplayText(canvas.Design().description));
   }
 
   QWidget& Widget() override { return *this; }
@@ -134,6 +169,31 @@ class CanvasFace : public QWidget, public ControlFace {
   QIcon icon_;
 };
 
+/// A label that is a link, to assistive technology.
+class AccessibleLink : public QAccessibleWidget {
+ public:
+  explicit AccessibleLink(LabelFace& face)
+      : QAccessibleWidget(&face, QAccessible::Link), face_(face) {}
+
+  QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+
+  void doAction(const QString& name) override {
+    if (name != pressAction()) return QAccessibleWidget::doAction(name);
+    face_.Press();
+  }
+
+ private:
+  LabelFace& face_;
+};
+
+QAccessibleInterface* MakeAccessible(const QString& /*className*/, QObject* object) {
+  auto* label = dynamic_cast<LabelFace*>(object);
+  if (label != nullptr && label->IsLink()) return new AccessibleLink(*label);
+  auto* canvas = dynamic_cast<CanvasFace*>(object);
+  if (canvas != nullptr) return new QAccessibleWidget(canvas, QAccessible::Graphic);
+  return nullptr;
+}
+
 class FaceMaker : public ControlVisitor {
  public:
   explicit FaceMaker(QWidget& parent) : parent_(parent) {}
@@ -150,6 +210,8 @@ class FaceMaker : public ControlVisitor {
 }  // namespace
 
 ControlFace* MakeFace(RectControl& control, QWidget& parent) {
+  QAccessible::installFactory(
+      MakeAccessible);  // Goes with each application object; once is enough.
   FaceMaker maker(parent);
   control.Accept(maker);
   maker.made->Refresh();

@@ -15,6 +15,8 @@ class ControlFace {
   virtual QWidget& Widget() = 0;
   /// Takes over what the control says now.
   virtual void Refresh() = 0;
+  /// Tells whether another control lies above this one.
+  virtual void SetCovered(bool /*covered*/) {}
 };
 
 /// Makes the face of `control` as a child of `parent`, which owns it. It raises the control's

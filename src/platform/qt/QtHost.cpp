@@ -1,38 +1,49 @@
 #include "platform/qt/QtHost.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QFile>
 #include <QFileOpenEvent>
 #include <QMessageBox>
 #include <QTimer>
 #include <QUrl>
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <utility>
 
 #include "platform/Control.h"
+#include "platform/ExceptionHandling.h"
 #include "platform/Window.h"
 #include "platform/qt/AskForFile.h"
+#include "platform/qt/ContentWidget.h"
 #include "platform/qt/DisplayText.h"
+#include "platform/qt/MenuBarFace.h"
 #include "platform/qt/PictureIcon.h"
+#include "platform/qt/SystemBar.h"
 #include "platform/qt/WindowWidget.h"
 
 namespace vintrace::qt {
 
-/// Takes the system's own open-documents event, where the system has one.
-class QtHost::FileOpenFilter : public QObject {
+/// Takes the system's own open-documents event, where the system has one, and brings the menu items
+/// up to date before a key is tried as their shortcut.
+class QtHost::EventFilter : public QObject {
  public:
-  explicit FileOpenFilter(QtHost& host) : host_(host) {}
+  explicit EventFilter(QtHost& host) : host_(host) {}
 
  protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() != QEvent::FileOpen) return QObject::eventFilter(watched, event);
-    const QString file = static_cast<QFileOpenEvent*>(event)->file();
-    if (!file.isEmpty()) host_.HandOver(FolderItem(QFile::encodeName(file).toStdString()));
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::ShortcutOverride) host_.RefreshMenus();
+    if (event->type() != QEvent::FileOpen) return false;
+    HandOver(static_cast<QFileOpenEvent*>(event)->file());
     return true;
   }
 
  private:
+  void HandOver(const QString& file) {
+    if (!file.isEmpty()) host_.HandOver(FolderItem(QFile::encodeName(file).toStdString()));
+  }
+
   QtHost& host_;
 };
 
@@ -52,11 +63,11 @@ class QtHost::ModalScope {
 };
 
 QtHost::QtHost(int argc, char* argv[])
-    : qtApplication_(argc_, argv), fileOpenFilter_(std::make_unique<FileOpenFilter>(*this)) {
+    : qtApplication_(argc_, argv), eventFilter_(std::make_unique<EventFilter>(*this)) {
   QApplication::setApplicationName("Vintrace");
   QApplication::setDesktopFileName("vintrace");
   QApplication::setQuitOnLastWindowClosed(false);
-  qtApplication_.installEventFilter(fileOpenFilter_.get());
+  qtApplication_.installEventFilter(eventFilter_.get());
   std::error_code unknown;  // Leaves `folder` empty, and the paths as they came.
   const auto folder = std::filesystem::current_path(unknown).native();
   for (int i = 1; i < argc; ++i) HandOver(ItemRelativeTo(folder, argv[i]));
@@ -74,16 +85,17 @@ WindowWidget* QtHost::WidgetOf(const Window& window) const {
   return found == widgets_.end() ? nullptr : found->second;
 }
 
+QWidget* QtHost::StandIn() const { return systemBar_ ? systemBar_->StandIn() : nullptr; }
+
 void QtHost::HandOver(const FolderItem& document) {
   handedOver_.push_back(document);
   CatchUpLater();
 }
 
 void QtHost::Show(Window& window) {
-  if (const auto icon = std::exchange(icon_, nullptr)) QApplication::setWindowIcon(IconOf(*icon()));
-  auto* widget = new WindowWidget(window.shared_from_this(), [this, &window] {
-    Windows().BringToFront(window.shared_from_this());
-  });
+  if (auto* shown = WidgetOf(window)) return shown->BringToFront();
+  auto* widget = new WindowWidget(window.shared_from_this(), Menus(),
+                                  [this, &window] { ComeToFront(window); });
   widgets_.emplace(&window, widget);
   // Later: the handler that runs now fills the window, and it is to come up complete or not at all.
   unshown_.emplace_back(widget);
@@ -102,6 +114,8 @@ void QtHost::Closed(Window& window) {
   auto* widget = WidgetOf(window);
   widgets_.erase(&window);
   if (widget != nullptr) widget->Dismiss();
+  RefreshMenus();
+  CatchUpLater();
 }
 
 void QtHost::ShowMessage(const String& text) {
@@ -121,6 +135,10 @@ std::optional<FolderItem> QtHost::AskForFile(const FileRequest& request) {
   return qt::AskForFile(request, FrontWidget());
 }
 
+void QtHost::SetClipboardText(const String& text) {
+  QApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
 void QtHost::ShowURL(const String& url) {
   QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(url)));
 }
@@ -134,6 +152,7 @@ void QtHost::Run() {
 }
 
 void QtHost::Start() {
+  _CallFunctionWithExceptionHandling([this] { TakeIcon(); });
   Application().RaiseOpen();
   started_ = true;
   CatchUpLater();
@@ -145,15 +164,34 @@ void QtHost::CatchUpLater() {
 
 void QtHost::CatchUp() {
   if (quitting_ || modalDepth_ > 0) return;
+  ShowWhatWaits();
+  if (!started_) return;
+  if (handedOver_.empty()) return UpdateSystemBar();
+  if (!awaited_ || awaitedUntil_.hasExpired()) HandOverNext();
+}
+
+void QtHost::ShowWhatWaits() {
   for (const auto& widget : std::exchange(unshown_, {})) {
     if (widget && widget->Shown().IsOpen()) ShowAndAwait(*widget);
   }
-  const bool mayDeliver = started_ && (!awaited_ || awaitedUntil_.hasExpired());
-  if (!mayDeliver || handedOver_.empty()) return;
+}
+
+void QtHost::HandOverNext() {
   const FolderItem document = handedOver_.front();
   handedOver_.pop_front();
   Application().RaiseOpenDocument(document);
   CatchUpLater();
+}
+
+void QtHost::UpdateSystemBar() {
+  if (Menus() == nullptr) return;
+  const bool carried = std::ranges::any_of(
+      widgets_, [](const auto& entry) { return entry.first->MenuBar() != nullptr; });
+  if (!systemBar_) {
+    systemBar_ = MakeSystemBar(
+        *menus_, [this](const FolderItem& document) { HandOver(document); }, [this] { Quit(0); });
+  }
+  systemBar_->SetNeeded(!carried);
 }
 
 // A document is inspected in one go, however long that takes, and the window of the one before it
@@ -163,11 +201,31 @@ void QtHost::ShowAndAwait(WindowWidget& widget) {
   awaited_ = &widget;
   awaitedUntil_.setRemainingTime(Patience);
   QTimer::singleShot(Patience, &qtApplication_, [this] { CatchUp(); });
-  widget.WhenPainted([this] {
+  widget.Content().WhenPainted([this] {
     awaited_.clear();
     CatchUp();
   });
-  widget.show();
+  widget.ComeUp();
+}
+
+void QtHost::TakeIcon() {
+  if (icon_) QApplication::setWindowIcon(IconOf(*icon_()));
+}
+
+MenuBarFace* QtHost::Menus() {
+  if (!menus_ && Application().MenuBar()) {
+    menus_ = std::make_unique<MenuBarFace>(*Application().MenuBar());
+  }
+  return menus_.get();
+}
+
+void QtHost::RefreshMenus() {
+  if (menus_) menus_->Refresh();
+}
+
+void QtHost::ComeToFront(Window& window) {
+  Windows().BringToFront(window.shared_from_this());
+  RefreshMenus();
 }
 
 void QtHost::Quit(int exitStatus) {
@@ -180,7 +238,7 @@ void QtHost::Quit(int exitStatus) {
 QWidget* QtHost::FrontWidget() const {
   const auto front = Host::Current().Windows().At(0);
   QWidget* widget = front ? WidgetOf(*front) : nullptr;
-  return widget != nullptr && widget->isVisible() ? widget : nullptr;
+  return widget != nullptr && widget->isVisible() ? widget : StandIn();
 }
 
 }  // namespace vintrace::qt

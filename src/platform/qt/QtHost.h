@@ -18,6 +18,8 @@ class Picture;
 
 namespace vintrace::qt {
 
+class MenuBarFace;
+class SystemBar;
 class WindowWidget;
 
 /// The real desktop, on Qt.
@@ -31,7 +33,7 @@ class QtHost : public Host {
   QtHost& operator=(const QtHost&) = delete;
   ~QtHost() override;
 
-  /// The icon of the program's windows, opened when the first of them is shown.
+  /// The icon of the program's windows, opened when the loop starts.
   void SetIcon(std::function<std::shared_ptr<const Picture>()> icon) { icon_ = std::move(icon); }
 
   /// The status that the process is to end with, once `Run` has returned.
@@ -39,6 +41,8 @@ class QtHost : public Host {
 
   /// The widget of `window`, for the tests that look at it; nil when the window isn't shown.
   WindowWidget* WidgetOf(const Window& window) const;
+  /// The window that stands in for the system's menu bar; nil while there is none.
+  QWidget* StandIn() const;
 
   /// Takes a document that the system hands over; it is raised as soon as the loop runs and no box
   /// or dialog is open.
@@ -50,12 +54,13 @@ class QtHost : public Host {
   void Closed(Window& window) override;
   void ShowMessage(const String& text) override;
   std::optional<FolderItem> AskForFile(const FileRequest& request) override;
+  void SetClipboardText(const String& text) override;
   void ShowURL(const String& url) override;
   void Run() override;
   void Quit(int exitStatus) override;
 
  private:
-  class FileOpenFilter;
+  class EventFilter;
   class ModalScope;
 
   void Start();
@@ -63,14 +68,25 @@ class QtHost : public Host {
   /// comes round and no box or dialog is open.
   void CatchUpLater();
   void CatchUp();
+  void ShowWhatWaits();
+  void HandOverNext();
   void ShowAndAwait(WindowWidget& widget);
-  /// The widget of the front window; nil when there is none or it isn't shown yet.
+  /// The window that stands in for the system's menu bar is there when no other carries one.
+  void UpdateSystemBar();
+  void TakeIcon();
+  /// The menus of the application; nil as long as it has none.
+  MenuBarFace* Menus();
+  void RefreshMenus();
+  void ComeToFront(Window& window);
+  /// The widget that a box or dialog belongs to: that of the front window if it is shown.
   QWidget* FrontWidget() const;
 
   int argc_ = 1;
   std::function<std::shared_ptr<const Picture>()> icon_;
   QApplication qtApplication_;
-  std::unique_ptr<FileOpenFilter> fileOpenFilter_;
+  std::unique_ptr<EventFilter> eventFilter_;
+  std::unique_ptr<MenuBarFace> menus_;
+  std::unique_ptr<SystemBar> systemBar_;
   std::unordered_map<const Window*, WindowWidget*> widgets_;
   std::vector<QPointer<WindowWidget>> unshown_;
   std::deque<FolderItem> handedOver_;

@@ -1,15 +1,21 @@
 #include "platform/qt/WindowWidget.h"
 
 #include <QCloseEvent>
-#include <QTimer>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
 #include <vector>
 
 #include "platform/Control.h"
 #include "platform/Window.h"
+#include "platform/qt/Centre.h"
+#include "platform/qt/ContentWidget.h"
 #include "platform/qt/ControlWidgets.h"
 #include "platform/qt/DisplayText.h"
+#include "platform/qt/MenuBarFace.h"
+#include "platform/qt/SystemBar.h"
 
 namespace vintrace::qt {
 namespace {
@@ -23,9 +29,10 @@ QPalette LightPalette() {
 }
 
 Qt::WindowFlags FlagsOf(const WindowDesign& design) {
-  Qt::WindowFlags flags =
-      Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+  Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
   flags.setFlag(Qt::WindowCloseButtonHint, design.closeButton);
+  if (design.frame == Frame::ModalDialog) return flags | Qt::Dialog;
+  flags |= Qt::Window;
   flags.setFlag(Qt::WindowMinimizeButtonHint, design.minimizeButton);
   flags.setFlag(Qt::WindowMaximizeButtonHint, design.maximizeButton);
   return flags;
@@ -36,13 +43,19 @@ QString TitleOf(const String& title) { return DisplayText(title).replace("[*]", 
 
 }  // namespace
 
-WindowWidget::WindowWidget(std::shared_ptr<vintrace::Window> window,
+WindowWidget::WindowWidget(std::shared_ptr<vintrace::Window> window, MenuBarFace* menus,
                            std::function<void()> activated)
-    : window_(std::move(window)), activated_(std::move(activated)) {
+    : window_(std::move(window)),
+      activated_(std::move(activated)),
+      content_(new ContentWidget(*window_, *this)) {
   TakeDesign();
+  if (menus != nullptr) TakeMenus(*menus);
   MakeControls();
   SetTabOrder();
+  FindCovered();
   RefreshTitle();
+  setFocus();  // No button has it before the Tab key was pressed, so that no stray Return presses
+               // one.
 }
 
 // The faces refer to the window's controls, and so go before it.
@@ -53,19 +66,37 @@ WindowWidget::~WindowWidget() {
 void WindowWidget::TakeDesign() {
   const WindowDesign& design = window_->Design();
   setWindowFlags(FlagsOf(design));
-  if (design.resizeable) {
+  setPalette(LightPalette());
+  if (design.frame == Frame::ModalDialog) setWindowModality(Qt::ApplicationModal);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(content_);
+  TakeSize();
+}
+
+void WindowWidget::TakeSize() {
+  const WindowDesign& design = window_->Design();
+  if (design.resizeable && design.frame == Frame::Document) {
     setMinimumSize(design.minWidth, design.minHeight);
     setMaximumSize(design.maxWidth, design.maxHeight);
     resize(design.width, design.height);
   } else {
-    setFixedSize(design.width, design.height);
+    content_->setFixedSize(design.width, design.height);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
   }
-  setPalette(LightPalette());
+}
+
+void WindowWidget::TakeMenus(MenuBarFace& menus) {
+  if (!WindowsCarryTheBar()) return;
+  if (!window_->MenuBar()) return menus.AddShortcuts(*this);
+  QMenuBar* bar = menus.MakeBar(this);
+  bar->installEventFilter(this);
+  layout()->setMenuBar(bar);
 }
 
 void WindowWidget::MakeControls() {
   for (const auto& control : window_->Controls()) {
-    ControlFace* face = MakeFace(*control, *this);
+    ControlFace* face = MakeFace(*control, *content_);
     face->Widget().installEventFilter(this);
     faces_.emplace(control.get(), face);
   }
@@ -80,36 +111,61 @@ void WindowWidget::SetTabOrder() {
   }
 }
 
+// What lies under another control is neither seen nor clicked, and is no stop for the Tab key.
+void WindowWidget::FindCovered() {
+  const auto& controls = window_->Controls();
+  for (auto control = controls.begin(); control != controls.end(); ++control) {
+    const QPoint centre = faces_.at(control->get())->Widget().geometry().center();
+    const bool covered = std::any_of(std::next(control), controls.end(), [&](const auto& above) {
+      return above->Visible() && faces_.at(above.get())->Widget().geometry().contains(centre);
+    });
+    faces_.at(control->get())->SetCovered(covered);
+  }
+}
+
+void WindowWidget::ComeUp() {
+  if (window_->Design().placement == Placement::CentreOfMainScreen) MoveToCentre(*this);
+  show();
+}
+
+void WindowWidget::BringToFront() {
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  raise();
+  activateWindow();
+}
+
 void WindowWidget::RefreshTitle() { setWindowTitle(TitleOf(window_->Title())); }
 
-void WindowWidget::Refresh(const RectControl& control) { faces_.at(&control)->Refresh(); }
+void WindowWidget::Refresh(const RectControl& control) {
+  faces_.at(&control)->Refresh();
+  FindCovered();
+}
 
 void WindowWidget::Dismiss() {
   hide();
   deleteLater();
 }
 
-void WindowWidget::paintEvent(QPaintEvent* event) {
-  QWidget::paintEvent(event);
-  // The controls are drawn after their window, in the same turn of the loop.
-  if (auto painted = std::exchange(painted_, nullptr))
-    QTimer::singleShot(0, this, std::move(painted));
-}
-
 bool WindowWidget::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate) ComeToFront();
+  if (event->type() == QEvent::WindowActivate) IsInFront();
   return QWidget::event(event);
 }
 
 bool WindowWidget::eventFilter(QObject* watched, QEvent* event) {
   // A press in a window to which the window manager gives no focus makes it the front one all the
   // same, before the press is acted upon: the buttons work on the window in front.
-  if (event->type() == QEvent::MouseButtonPress) ComeToFront();
+  if (event->type() == QEvent::MouseButtonPress) IsInFront();
   return QWidget::eventFilter(watched, event);
 }
 
-void WindowWidget::ComeToFront() {
+void WindowWidget::IsInFront() {
   if (window_->IsOpen()) activated_();
+}
+
+void WindowWidget::keyPressEvent(QKeyEvent* event) {
+  const bool dialog = window_->Design().frame == Frame::ModalDialog;
+  if (dialog && event->matches(QKeySequence::Cancel)) return window_->Close();
+  QWidget::keyPressEvent(event);
 }
 
 void WindowWidget::closeEvent(QCloseEvent* event) {

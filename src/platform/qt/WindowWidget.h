@@ -12,24 +12,32 @@ class Window;
 
 namespace vintrace::qt {
 
+class ContentWidget;
 class ControlFace;
+class MenuBarFace;
 
 /// A window on the screen. It keeps its `Window` alive as long as it lives itself, that is until
 /// the event loop comes round after the window was closed.
 class WindowWidget : public QWidget {
  public:
-  /// `activated` is called each time that the user or the window manager brings the window to the
-  /// front.
-  WindowWidget(std::shared_ptr<vintrace::Window> window, std::function<void()> activated);
+  /// `menus` are what the window carries as a bar if it has one of its own, and otherwise what its
+  /// shortcuts reach; nil for none. They outlive it. `activated` is called each time that the user
+  /// or the window manager brings the window to the front.
+  WindowWidget(std::shared_ptr<vintrace::Window> window, MenuBarFace* menus,
+               std::function<void()> activated);
   WindowWidget(const WindowWidget&) = delete;
   WindowWidget& operator=(const WindowWidget&) = delete;
   ~WindowWidget() override;
 
   vintrace::Window& Shown() const { return *window_; }
 
-  /// `painted` is called once, when the window has been on the screen and drawn.
-  void WhenPainted(std::function<void()> painted) { painted_ = std::move(painted); }
+  /// What is inside the frame and below the bar.
+  ContentWidget& Content() const { return *content_; }
 
+  /// Comes onto the screen where its design has it.
+  void ComeUp();
+  /// Asks the window manager to bring it to the front.
+  void BringToFront();
   /// Takes over the window's title.
   void RefreshTitle();
   /// Takes over what a control of this window says now.
@@ -38,20 +46,23 @@ class WindowWidget : public QWidget {
   void Dismiss();
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   void TakeDesign();
+  void TakeSize();
+  void TakeMenus(MenuBarFace& menus);
   void MakeControls();
   void SetTabOrder();
-  void ComeToFront();
+  void FindCovered();
+  void IsInFront();
 
   std::shared_ptr<vintrace::Window> window_;
   std::function<void()> activated_;
-  std::function<void()> painted_;
+  ContentWidget* content_;
   std::unordered_map<const RectControl*, ControlFace*> faces_;
 };
 

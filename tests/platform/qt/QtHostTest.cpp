@@ -15,9 +15,11 @@
 
 #include "platform/Desktop.h"
 #include "platform/Exceptions.h"
+#include "platform/qt/ContentWidget.h"
 #include "platform/qt/PictureIcon.h"
 #include "platform/qt/WindowWidget.h"
 #include "resources/Endpoints.h"
+#include "shell/MainMenuBar.h"
 #include "shell/Window1.h"
 
 namespace vintrace::test {
@@ -60,6 +62,7 @@ class QtHostTest : public testing::Test {
     for (auto& argument : arguments_) argv_.push_back(argument.data());
     host_.emplace(static_cast<int>(argv_.size()), argv_.data());
     auto application = std::make_unique<RecordingApplication>(story);
+    application->SetMenuBar(MainMenuBar::Instance());
     app = application.get();
     host_->_RuntimeRegisterAppObject(std::move(application));
     return *host_;
@@ -74,7 +77,12 @@ class QtHostTest : public testing::Test {
     return window;
   }
 
-  QWidget& Widget(const Window& window) { return *host_->WidgetOf(window); }
+  qt::WindowWidget& Widget(const Window& window) { return *host_->WidgetOf(window); }
+
+  /// A place of the content as a place of the whole window, which may carry the menu bar.
+  QPoint Place(const Window& window, QPoint place) {
+    return Widget(window).Content().mapTo(&Widget(window), place);
+  }
 
   template <class W = QWidget>
   W& Child(const Window& window, const char* name) {
@@ -112,7 +120,7 @@ TEST_F(QtHostTest, Window1HasItsControlsWhereTheyBelong) {
   Start();
   const auto window = NewWindow("a.indd");
   const QWidget& widget = Widget(*window);
-  EXPECT_EQ(widget.size(), QSize(280, 150));
+  EXPECT_EQ(Widget(*window).Content().size(), QSize(280, 150));
   EXPECT_EQ(widget.minimumSize(), widget.maximumSize());
   EXPECT_EQ(widget.windowTitle(), "a.indd");
   EXPECT_TRUE(widget.windowFlags().testFlag(Qt::WindowCloseButtonHint));
@@ -147,17 +155,25 @@ TEST_F(QtHostTest, Window1HasItsControlsWhereTheyBelong) {
 TEST_F(QtHostTest, TheTabKeyGoesRoundByTabIndex) {
   Start();
   const auto window = NewWindow("a.indd");
-  Child(*window, "PushButton2").setFocus();
-  QTest::keyClick(&Widget(*window), Qt::Key_Tab);
-  EXPECT_EQ(Widget(*window).focusWidget()->objectName(), "PushButton3");
-  QTest::keyClick(&Widget(*window), Qt::Key_Tab);
-  EXPECT_EQ(Widget(*window).focusWidget()->objectName(), "PushButton2");
+  const auto stops = [&] {
+    QStringList names;
+    for (int i = 0; i < 3; ++i) {
+      QTest::keyClick(&Widget(*window), Qt::Key_Tab);
+      names.push_back(Widget(*window).focusWidget()->objectName());
+    }
+    return names;
+  };
+  EXPECT_EQ(stops(), QStringList({"PushButton2", "PushButton3", "PushButton2"}))
+      << "the link is covered by a button";
+  Widget(*window).setFocus();
+  window->SetOpenable(false);
+  EXPECT_EQ(stops(), QStringList({"PushButton2", "StaticText4", "PushButton2"}));
 }
 
 TEST_F(QtHostTest, TheButtonCoversTheLinkUntilItIsHidden) {
   auto& host = Start();
   const auto window = NewWindow("a.indd");
-  const QPoint middle = Child(*window, "StaticText4").geometry().center();
+  const QPoint middle = Place(*window, Child(*window, "StaticText4").geometry().center());
   QTest::mouseClick(Widget(*window).windowHandle(), Qt::LeftButton, {}, middle);
   EXPECT_EQ(host.urls, Lines{});
   window->SetOpenable(false);
@@ -172,8 +188,8 @@ TEST_F(QtHostTest, TheLinkFollowsTheMouse) {
   const auto& link = Child<QLabel>(*window, "StaticText4");
   auto* surface = Widget(*window).windowHandle();
   const auto color = [&] { return link.palette().color(QPalette::WindowText); };
-  const QPoint inside = link.geometry().center();
-  const QPoint outside(270, 5);
+  const QPoint inside = Place(*window, link.geometry().center());
+  const QPoint outside = Place(*window, {270, 5});
 
   EXPECT_EQ(color(), QColor(0, 0, 255));
   QTest::mouseMove(surface, inside);
@@ -236,7 +252,7 @@ TEST_F(QtHostTest, ThePictureIsDrawnInItsPlaceAndFinerOnDenseScreens) {
   const auto window = NewWindow("a.indd");
   const QRect place = Child(*window, "Canvas1").geometry();
   const auto shown = [&] {
-    return Widget(*window).grab(place).toImage().convertToFormat(QImage::Format_RGB32);
+    return Widget(*window).Content().grab(place).toImage().convertToFormat(QImage::Format_RGB32);
   };
   for (const auto accessor : {pictures::cs6, pictures::und}) {
     const auto picture = accessor();

@@ -1,0 +1,15 @@
+#include "platform/qt/Centre.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+namespace vintrace::qt {
+
+void MoveToCentre(QWidget& window) {
+  window.adjustSize();
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  window.move(screen.center() - window.rect().center());
+}
+
+}  // namespace vintrace::qt

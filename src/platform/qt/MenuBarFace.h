@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QAction>
+#include <QList>
+#include <QMenu>
+#include <QObject>
+#include <memory>
+#include <vector>
+
+class QMenuBar;
+
+namespace vintrace {
+class MenuBar;
+class MenuItem;
+}  // namespace vintrace
+
+namespace vintrace::qt {
+
+/// The application's menu bar on the screen. All windows that carry it share its menus and their
+/// shortcuts.
+class MenuBarFace : public QObject {
+ public:
+  /// `menuBar` outlives the object.
+  explicit MenuBarFace(const MenuBar& menuBar);
+  MenuBarFace(const MenuBarFace&) = delete;
+  MenuBarFace& operator=(const MenuBarFace&) = delete;
+  ~MenuBarFace() override;
+
+  /// A bar with all menus, a child of `window`, which owns it; with nil, the system's own bar,
+  /// which the caller owns.
+  QMenuBar* MakeBar(QWidget* window);
+  /// Has the shortcuts work in a window that carries no bar.
+  void AddShortcuts(QWidget& window) const;
+
+  /// Brings the items up to date, and the screen with them.
+  void Refresh();
+
+ private:
+  struct Face {
+    const MenuItem* item;
+    QAction* action;
+  };
+
+  std::unique_ptr<QMenu> MenuOf(const MenuItem& menu);
+  QAction* ActionOf(const MenuItem& item, QMenu& menu);
+  void Choose(const MenuItem& item);
+
+  std::vector<std::unique_ptr<QMenu>> menus_;
+  std::vector<Face> faces_;
+};
+
+}  // namespace vintrace::qt

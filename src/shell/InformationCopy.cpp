@@ -1,0 +1,49 @@
+#include "shell/InformationCopy.h"
+
+#include <memory>
+
+#include "platform/Desktop.h"
+#include "platform/Exceptions.h"
+#include "shell/Window1.h"
+
+namespace vintrace {
+namespace {
+
+/// The text of the label at that place in the order of creation. Raises `NilObjectException` when
+/// there is no label.
+const String& TextOf(const Window& window, int controlIndex) {
+  const auto* label = dynamic_cast<const Label*>(window.Control(controlIndex));
+  if (label == nullptr) throw NilObjectException("Label");
+  return label->Text();
+}
+
+bool TellsOfADocument(const std::shared_ptr<Window>& window) {
+  return std::dynamic_pointer_cast<Window1>(window) != nullptr;
+}
+
+}  // namespace
+
+String InformationRow(const InformationFields& fields, const TextConverter& converter) {
+  const auto& [name, product, edition, build] = fields;
+  return converter.convert(name + '\t' + product + '\t' + edition + '\t' + build);
+}
+
+TextConverter InformationConverter() {
+  const TextEncoding utf8 = GetTextEncoding(256, 0, 2);
+  return GetTextConverter(utf8, utf8);
+}
+
+String InformationOfAllWindows() {
+  const TextConverter converter = InformationConverter();
+  String rows;
+  for (int index = 0; index < desktop::WindowCount(); ++index) {
+    const auto window = desktop::Window(index);
+    if (!TellsOfADocument(window)) continue;
+    rows += InformationRow(
+        {window->Title(), TextOf(*window, 2), TextOf(*window, 3), TextOf(*window, 4)}, converter);
+    rows += EndOfLine;
+  }
+  return rows;
+}
+
+}  // namespace vintrace
