@@ -43,6 +43,7 @@ while IFS=: read -r file _ include; do
       to=$(folder_of "$name")
       [[ " $from ${allowed[$from]-} " == *" $to "* ]] || refuse "$file" "$name" "the layer is not below"
       ;;
+    *'<xcb/'*) [ "$from" = platform/qt ] || refuse "$file" "$name" "X11 belongs to src/platform/qt" ;;
     *'<Q'*) [ "$from" = platform/qt ] || refuse "$file" "$name" "Qt belongs to src/platform/qt" ;;
     *'<'*/*'>' | *.h'>')
       [ "$from" = platform/posix ] || refuse "$file" "$name" "system headers belong to src/platform/posix"

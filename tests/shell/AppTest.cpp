@@ -5,32 +5,12 @@
 #include <gtest/gtest.h>
 
 #include "platform/Exceptions.h"
-#include "shell/Startup.h"
-#include "shell/Window1.h"
-#include "support/DocumentBuilder.h"
-#include "support/ScriptedHost.h"
-#include "support/TemporaryFolder.h"
+#include "support/ScriptedProgram.h"
 
 namespace vintrace::test {
 namespace {
 
-using Lines = std::vector<std::string>;
-
-class AppTest : public testing::Test {
- protected:
-  FolderItem Document(std::string_view name, std::uint8_t version = 8) const {
-    return folder.File(
-        name,
-        DocumentBuilder(BodyStart + 500).Release(version).Saved(BodyStart, 1, "0.0.424").Bytes());
-  }
-
-  std::shared_ptr<Window1> Front() {
-    return std::dynamic_pointer_cast<Window1>(host.Windows().At(0));
-  }
-
-  const TemporaryFolder folder;
-  ScriptedHost host;
-};
+using AppTest = ScriptedProgram;
 
 /// Tells the order of the steps of `Event_Open`.
 class TracingApp : public App {
@@ -92,7 +72,7 @@ TEST_F(AppTest, EachHandOverOpensAWindowOfItsOwn) {
   host.handedOver = {Document("a.indd"), Document("B.INDD"), Document("a.indd")};
   _Main();
   EXPECT_EQ(host.Titles(), (Lines{"a.indd", "B.INDD", "a.indd"}));
-  const auto first = std::dynamic_pointer_cast<Window1>(host.Windows().At(2));
+  const auto first = InspectionAt(2);
   Front()->shp = "chosen here";
   Front()->inddDoc.reset();
   EXPECT_EQ(first->shp, "");
@@ -134,7 +114,7 @@ TEST_F(AppTest, TheOpenCommandAsksAndACancelLeavesNothing) {
 TEST_F(AppTest, ClosingTheLastWindowDoesNotQuit) {
   host.handedOver = {Document("a.indd"), Document("b.indd")};
   _Main();
-  const auto behind = std::dynamic_pointer_cast<Window1>(host.Windows().At(1));
+  const auto behind = InspectionAt(1);
   behind->PushButton2().RaiseAction();
   EXPECT_EQ(host.Titles(), Lines{"a.indd"}) << "the button closes the window in front";
   Front()->PushButton2().RaiseAction();

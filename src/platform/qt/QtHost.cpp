@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileOpenEvent>
 #include <QMessageBox>
+#include <QSocketNotifier>
 #include <QTimer>
 #include <QUrl>
 #include <algorithm>
@@ -14,7 +15,9 @@
 
 #include "platform/Control.h"
 #include "platform/ExceptionHandling.h"
+#include "platform/QuitSignals.h"
 #include "platform/Window.h"
+#include "platform/qt/Activation.h"
 #include "platform/qt/AskForFile.h"
 #include "platform/qt/ContentWidget.h"
 #include "platform/qt/DisplayText.h"
@@ -24,6 +27,8 @@
 #include "platform/qt/WindowWidget.h"
 
 namespace vintrace::qt {
+
+constexpr int NormalEnd = 0;
 
 /// Takes the system's own open-documents event, where the system has one, and brings the menu items
 /// up to date before a key is tried as their shortcut.
@@ -93,7 +98,10 @@ void QtHost::HandOver(const FolderItem& document) {
 }
 
 void QtHost::Show(Window& window) {
-  if (auto* shown = WidgetOf(window)) return shown->BringToFront();
+  if (auto* shown = WidgetOf(window)) {
+    if (shown->isVisible()) BringToFront(*shown, {});
+    return;
+  }
   auto* widget = new WindowWidget(window.shared_from_this(), Menus(),
                                   [this, &window] { ComeToFront(window); });
   widgets_.emplace(&window, widget);
@@ -145,6 +153,9 @@ void QtHost::ShowURL(const String& url) {
 
 void QtHost::Run() {
   if (quitting_) return;
+  const QuitSignals quitSignals;
+  QSocketNotifier signalled(quitSignals.Descriptor(), QSocketNotifier::Read);
+  QObject::connect(&signalled, &QSocketNotifier::activated, [this] { Quit(NormalEnd); });
   QTimer::singleShot(0, &qtApplication_, [this] { Start(); });
   const int status = QApplication::exec();
   if (!quitting_) exitStatus_ = status;
@@ -167,7 +178,15 @@ void QtHost::CatchUp() {
   ShowWhatWaits();
   if (!started_) return;
   if (handedOver_.empty()) return UpdateSystemBar();
-  if (!awaited_ || awaitedUntil_.hasExpired()) HandOverNext();
+  if (!IsAwaitingPaint()) HandOverNext();
+}
+
+bool QtHost::IsAwaitingPaint() {
+  if (!awaited_) return false;
+  if (!awaitedUntil_.hasExpired()) return true;
+  awaited_.clear();
+  seen_ = false;
+  return false;
 }
 
 void QtHost::ShowWhatWaits() {
@@ -189,7 +208,8 @@ void QtHost::UpdateSystemBar() {
       widgets_, [](const auto& entry) { return entry.first->MenuBar() != nullptr; });
   if (!systemBar_) {
     systemBar_ = MakeSystemBar(
-        *menus_, [this](const FolderItem& document) { HandOver(document); }, [this] { Quit(0); });
+        *menus_, [this](const FolderItem& document) { HandOver(document); },
+        [this] { Quit(NormalEnd); });
   }
   systemBar_->SetNeeded(!carried);
 }
@@ -197,12 +217,16 @@ void QtHost::UpdateSystemBar() {
 // A document is inspected in one go, however long that takes, and the window of the one before it
 // would stand there undrawn.
 void QtHost::ShowAndAwait(WindowWidget& widget) {
-  constexpr std::chrono::milliseconds Patience(250);  // A window on another desktop isn't drawn.
-  awaited_ = &widget;
-  awaitedUntil_.setRemainingTime(Patience);
-  QTimer::singleShot(Patience, &qtApplication_, [this] { CatchUp(); });
-  widget.Content().WhenPainted([this] {
-    awaited_.clear();
+  // A window on another desktop isn't drawn, and after one that wasn't none is waited for.
+  constexpr std::chrono::milliseconds Patience(250);
+  if (seen_) {
+    awaited_ = &widget;
+    awaitedUntil_.setRemainingTime(Patience);
+    QTimer::singleShot(Patience, &qtApplication_, [this] { CatchUp(); });
+  }
+  widget.Content().WhenPainted([this, &widget] {
+    if (awaited_ == &widget) awaited_.clear();
+    seen_ = true;
     CatchUp();
   });
   widget.ComeUp();

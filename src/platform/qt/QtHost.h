@@ -69,6 +69,7 @@ class QtHost : public Host {
   void CatchUpLater();
   void CatchUp();
   void ShowWhatWaits();
+  bool IsAwaitingPaint();
   void HandOverNext();
   void ShowAndAwait(WindowWidget& widget);
   /// The window that stands in for the system's menu bar is there when no other carries one.
@@ -92,6 +93,7 @@ class QtHost : public Host {
   std::deque<FolderItem> handedOver_;
   QPointer<WindowWidget> awaited_;  // Shown, and to be painted before the next document comes.
   QDeadlineTimer awaitedUntil_;
+  bool seen_ = true;  // Windows are painted when they are shown.
   bool started_ = false;
   bool quitting_ = false;
   int modalDepth_ = 0;

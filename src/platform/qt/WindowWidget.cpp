@@ -128,12 +128,6 @@ void WindowWidget::ComeUp() {
   show();
 }
 
-void WindowWidget::BringToFront() {
-  setWindowState(windowState() & ~Qt::WindowMinimized);
-  raise();
-  activateWindow();
-}
-
 void WindowWidget::RefreshTitle() { setWindowTitle(TitleOf(window_->Title())); }
 
 void WindowWidget::Refresh(const RectControl& control) {

@@ -36,8 +36,6 @@ class WindowWidget : public QWidget {
 
   /// Comes onto the screen where its design has it.
   void ComeUp();
-  /// Asks the window manager to bring it to the front.
-  void BringToFront();
   /// Takes over the window's title.
   void RefreshTitle();
   /// Takes over what a control of this window says now.

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/String.h"
+
+class QWidget;
+
+namespace vintrace::qt {
+
+/// What the desktop gave a start of the program so that its window may come to the front.
+struct Activation {
+  String token;      ///< Wayland's, as in XDG_ACTIVATION_TOKEN; empty: none.
+  String startupId;  ///< X11's, as in DESKTOP_STARTUP_ID; empty: none.
+};
+
+/// Brings a window that is on the screen to the front, on behalf of the start that was given
+/// `activation`. Without one the window manager may prefer to leave the user where he is.
+void BringToFront(QWidget& window, const Activation& activation);
+
+/// Tells the desktop that the start which was given `activation` has come to its end, so that it
+/// shows no clock for it any more.
+void EndStartup(const Activation& activation);
+
+}  // namespace vintrace::qt
