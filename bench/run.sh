@@ -72,7 +72,11 @@ microseconds() {
   echo $((${EPOCHREALTIME/[.,]/} - start))
 }
 
-median() { sort --numeric-sort "$1" | sed -n "$((($(wc -l <"$1") + 1) / 2))p"; }
+# median FILE: of its lines, which are numbers.
+median() {
+  sort --numeric-sort "$1" >"$folder/sorted"
+  sed -n "$((($(wc -l <"$folder/sorted") + 1) / 2))p" "$folder/sorted"
+}
 
 worst_case() {
   local document="$folder/random.indd" inspect cat
@@ -109,6 +113,23 @@ start_to_window() {
     ./smallest_program 日本語 -- ./smallest_program)
 }
 
+# column FILE NUMBER: the median of that column of it.
+column() { median <(awk "{ print \$$2 }" "$1"); }
+
+many_documents() {
+  local row=0 what ours plain
+  for _ in 1 2 3 4 5; do
+    "$programs/many_documents" 200 >>"$folder/ours"
+    "$programs/many_documents" 200 plain >>"$folder/plain"
+  done
+  echo "Medians of five runs each, in turn, of the program's and of plain windows:"
+  for what in "until the last is painted, us" "memory a window, KB" "copying all, us"; do
+    ours=$(column "$folder/ours" $((++row)))
+    plain=$(column "$folder/plain" $row)
+    awk "BEGIN { printf \"%-30s %8d %8d  ratio %.2f\n\", \"$what\", $ours, $plain, $ours / $plain }"
+  done
+}
+
 export LC_ALL=C.UTF-8
 need_packages "${BUILD_PACKAGES[@]}" "${BENCH_PACKAGES[@]}"
 need_space
@@ -122,5 +143,7 @@ heading "Worst case: 1 GB of random bytes in which nothing is found, against cat
 worst_case
 heading "Start to first window, against the smallest program"
 start_to_window
+heading "200 documents at once, against as many plain windows"
+many_documents
 heading "The inspection and its operations by themselves"
 "$programs/inspection_bench"

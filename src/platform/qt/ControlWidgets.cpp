@@ -9,7 +9,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
-#include <utility>
 
 #include "platform/Control.h"
 #include "platform/qt/DisplayText.h"
@@ -76,8 +75,9 @@ class LabelFace : public QLabel, public ControlFace {
   }
 
   void mouseReleaseEvent(QMouseEvent* event) override {
-    if (event->button() != Qt::LeftButton) return event->ignore();
-    if (std::exchange(pressed_, false)) label_.RaiseMouseUp();
+    if (event->button() != Qt::LeftButton || !pressed_) return event->ignore();
+    pressed_ = false;
+    label_.RaiseMouseUp();
   }
 
   void keyPressEvent(QKeyEvent* event) override {

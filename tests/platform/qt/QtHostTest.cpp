@@ -21,19 +21,10 @@
 #include "resources/Endpoints.h"
 #include "shell/MainMenuBar.h"
 #include "shell/Window1.h"
+#include "support/HostUnderTest.h"
 
 namespace vintrace::test {
 namespace {
-
-using Lines = std::vector<std::string>;
-
-/// The real host, but for the browser.
-class HostUnderTest : public qt::QtHost {
- public:
-  using QtHost::QtHost;
-  void ShowURL(const String& url) override { urls.push_back(url); }
-  Lines urls;
-};
 
 /// Tells what is raised in it.
 class RecordingApplication : public Application {
