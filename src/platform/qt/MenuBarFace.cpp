@@ -6,6 +6,7 @@
 #include "platform/Commands.h"
 #include "platform/Menu.h"
 #include "platform/qt/DisplayText.h"
+#include "platform/qt/Fonts.h"
 
 namespace vintrace::qt {
 namespace {
@@ -40,6 +41,7 @@ QMenuBar* MenuBarFace::MakeBar(QWidget* window) {
   auto* bar = new QMenuBar(window);
   bar->setNativeMenuBar(window == nullptr);
   bar->setAccessibleName("メニューバー");
+  bar->setFont(FontOf("Osaka", 0, false));
   for (const auto& menu : menus_) bar->addMenu(menu.get());
   return bar;
 }
