@@ -110,9 +110,9 @@ class FirstPaint : public QObject {
   std::function<void()> painted_;
 };
 
-int OpenDocuments(int argc, char* argv[], int count) {
+int OpenDocuments(char* argv[], int count) {
   const TemporaryFolder folder;
-  BenchHost host(argc, argv);
+  BenchHost host(argv);
   _EarlyStartup();
   Measurement measurement(count);
   int painted = 0;
@@ -178,5 +178,5 @@ int main(int argc, char* argv[]) {
   if (count < 1) return 2;
   const bool plain = argc > 2 && std::strcmp(argv[2], "plain") == 0;
   return plain ? vintrace::test::OpenPlainWindows(argc, argv, count)
-               : vintrace::test::OpenDocuments(argc, argv, count);
+               : vintrace::test::OpenDocuments(argv, count);
 }

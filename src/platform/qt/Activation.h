@@ -10,6 +10,9 @@ namespace vintrace::qt {
 struct Activation {
   String token;      ///< Wayland's, as in XDG_ACTIVATION_TOKEN; empty: none.
   String startupId;  ///< X11's, as in DESKTOP_STARTUP_ID; empty: none.
+
+  /// True when there is any.
+  explicit operator bool() const { return !token.empty() || !startupId.empty(); }
 };
 
 /// Brings a window that is on the screen to the front, on behalf of the start that was given

@@ -10,7 +10,6 @@
 #include <QUrl>
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
 #include <utility>
 
 #include "platform/Control.h"
@@ -21,6 +20,7 @@
 #include "platform/qt/AskForFile.h"
 #include "platform/qt/ContentWidget.h"
 #include "platform/qt/DisplayText.h"
+#include "platform/qt/InstanceService.h"
 #include "platform/qt/MenuBarFace.h"
 #include "platform/qt/PictureIcon.h"
 #include "platform/qt/SystemBar.h"
@@ -55,7 +55,10 @@ class QtHost::EventFilter : public QObject {
 /// While a box or dialog has a loop of its own, documents and new windows wait.
 class QtHost::ModalScope {
  public:
-  explicit ModalScope(QtHost& host) : host_(host) { ++host_.modalDepth_; }
+  explicit ModalScope(QtHost& host) : host_(host) {
+    ++host_.modalDepth_;
+    host_.EndStart();
+  }
   ~ModalScope() {
     --host_.modalDepth_;
     host_.CatchUpLater();
@@ -67,15 +70,12 @@ class QtHost::ModalScope {
   QtHost& host_;
 };
 
-QtHost::QtHost(int argc, char* argv[])
+QtHost::QtHost(char* argv[])
     : qtApplication_(argc_, argv), eventFilter_(std::make_unique<EventFilter>(*this)) {
   QApplication::setApplicationName("Vintrace");
   QApplication::setDesktopFileName("vintrace");
   QApplication::setQuitOnLastWindowClosed(false);
   qtApplication_.installEventFilter(eventFilter_.get());
-  std::error_code unknown;  // Leaves `folder` empty, and the paths as they came.
-  const auto folder = std::filesystem::current_path(unknown).native();
-  for (int i = 1; i < argc; ++i) HandOver(ItemRelativeTo(folder, argv[i]));
 }
 
 QtHost::~QtHost() {
@@ -95,6 +95,22 @@ QWidget* QtHost::StandIn() const { return systemBar_ ? systemBar_->StandIn() : n
 void QtHost::HandOver(const FolderItem& document) {
   handedOver_.push_back(document);
   CatchUpLater();
+}
+
+void QtHost::Serve(InstanceSeat seat) { seat_ = std::move(seat); }
+
+void QtHost::EndStart() {
+  if (!seat_) return;
+  instances_ = std::make_unique<InstanceService>(
+      std::move(*seat_), [this](const StartRequest& request) { TakeOver(request); });
+  seat_.reset();
+}
+
+void QtHost::TakeOver(const StartRequest& request) {
+  activation_ = {.token = request.activationToken, .startupId = request.startupId};
+  if (QWidget* foremost = Foremost()) BringToFront(*foremost, activation_);
+  for (const FolderItem& document : request.documents) HandOver(document);
+  EndStartup(activation_);
 }
 
 void QtHost::Show(Window& window) {
@@ -177,7 +193,7 @@ void QtHost::CatchUp() {
   if (quitting_ || modalDepth_ > 0) return;
   ShowWhatWaits();
   if (!started_) return;
-  if (handedOver_.empty()) return UpdateSystemBar();
+  if (handedOver_.empty()) return AllHandedOver();
   if (!IsAwaitingPaint()) HandOverNext();
 }
 
@@ -186,6 +202,7 @@ bool QtHost::IsAwaitingPaint() {
   if (!awaitedUntil_.hasExpired()) return true;
   awaited_.clear();
   seen_ = false;
+  EndStart();
   return false;
 }
 
@@ -200,6 +217,12 @@ void QtHost::HandOverNext() {
   handedOver_.pop_front();
   Application().RaiseOpenDocument(document);
   CatchUpLater();
+}
+
+void QtHost::AllHandedOver() {
+  activation_ = {};
+  EndStart();
+  UpdateSystemBar();
 }
 
 void QtHost::UpdateSystemBar() {
@@ -227,9 +250,14 @@ void QtHost::ShowAndAwait(WindowWidget& widget) {
   widget.Content().WhenPainted([this, &widget] {
     if (awaited_ == &widget) awaited_.clear();
     seen_ = true;
+    EndStart();
     CatchUp();
   });
   widget.ComeUp();
+  if (activation_) BringToFront(widget, activation_);
+  // What takes all input is not to be hidden behind what takes none.
+  QWidget* modal = QApplication::activeModalWidget();
+  if (modal != nullptr && modal != &widget) BringToFront(*modal, {});
 }
 
 void QtHost::TakeIcon() {
@@ -256,7 +284,13 @@ void QtHost::Quit(int exitStatus) {
   if (quitting_) return;
   quitting_ = true;
   exitStatus_ = exitStatus;
+  instances_.reset();
   QApplication::exit(exitStatus);
+}
+
+QWidget* QtHost::Foremost() const {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : FrontWidget();
 }
 
 QWidget* QtHost::FrontWidget() const {

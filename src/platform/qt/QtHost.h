@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "platform/Host.h"
+#include "platform/InstanceChannel.h"
+#include "platform/qt/Activation.h"
 
 namespace vintrace {
 class Picture;
@@ -18,6 +20,7 @@ class Picture;
 
 namespace vintrace::qt {
 
+class InstanceService;
 class MenuBarFace;
 class SystemBar;
 class WindowWidget;
@@ -25,16 +28,17 @@ class WindowWidget;
 /// The real desktop, on Qt.
 class QtHost : public Host {
  public:
-  /// Every argument behind the program's own name is the path of a document, absolute or relative
-  /// to the working directory, raw bytes; each becomes an open-documents event of its own once the
-  /// loop runs. None is read as an option, of Qt neither.
-  QtHost(int argc, char* argv[]);
+  /// Of the arguments it takes the program's own name alone; none is read as an option of Qt's.
+  explicit QtHost(char* argv[]);
   QtHost(const QtHost&) = delete;
   QtHost& operator=(const QtHost&) = delete;
   ~QtHost() override;
 
   /// The icon of the program's windows, opened when the loop starts.
   void SetIcon(std::function<std::shared_ptr<const Picture>()> icon) { icon_ = std::move(icon); }
+
+  /// Hears the starts of the program that come later, once this one is over.
+  void Serve(InstanceSeat seat);
 
   /// The status that the process is to end with, once `Run` has returned.
   int ExitStatus() const { return exitStatus_; }
@@ -47,6 +51,8 @@ class QtHost : public Host {
   /// Takes a document that the system hands over; it is raised as soon as the loop runs and no box
   /// or dialog is open.
   void HandOver(const FolderItem& document);
+  /// Takes over what another start of the program brings, and comes to the front for it.
+  void TakeOver(const StartRequest& request);
 
   void Show(Window& window) override;
   void Changed(Window& window) override;
@@ -64,6 +70,8 @@ class QtHost : public Host {
   class ModalScope;
 
   void Start();
+  /// Whatever others bring is taken at once from now on.
+  void EndStart();
   /// Shows the windows and raises, one at a time, the documents that wait, as soon as the loop
   /// comes round and no box or dialog is open.
   void CatchUpLater();
@@ -72,6 +80,7 @@ class QtHost : public Host {
   bool IsAwaitingPaint();
   void HandOverNext();
   void ShowAndAwait(WindowWidget& widget);
+  void AllHandedOver();
   /// The window that stands in for the system's menu bar is there when no other carries one.
   void UpdateSystemBar();
   void TakeIcon();
@@ -79,18 +88,24 @@ class QtHost : public Host {
   MenuBarFace* Menus();
   void RefreshMenus();
   void ComeToFront(Window& window);
+  /// The widget that a user is to see first: a box or dialog, or else the front window; nil for
+  /// none.
+  QWidget* Foremost() const;
   /// The widget that a box or dialog belongs to: that of the front window if it is shown.
   QWidget* FrontWidget() const;
 
   int argc_ = 1;
+  std::optional<InstanceSeat> seat_;  // Until the start is over.
   std::function<std::shared_ptr<const Picture>()> icon_;
   QApplication qtApplication_;
   std::unique_ptr<EventFilter> eventFilter_;
   std::unique_ptr<MenuBarFace> menus_;
   std::unique_ptr<SystemBar> systemBar_;
+  std::unique_ptr<InstanceService> instances_;
   std::unordered_map<const Window*, WindowWidget*> widgets_;
   std::vector<QPointer<WindowWidget>> unshown_;
   std::deque<FolderItem> handedOver_;
+  Activation activation_;           // Of the documents that wait.
   QPointer<WindowWidget> awaited_;  // Shown, and to be painted before the next document comes.
   QDeadlineTimer awaitedUntil_;
   bool seen_ = true;  // Windows are painted when they are shown.

@@ -95,9 +95,7 @@ class QtCommandsTest : public testing::Test {
   static std::string ClipboardText() { return QApplication::clipboard()->text().toStdString(); }
 
   const TemporaryFolder folder;
-  std::string name_ = "vintrace";
-  std::vector<char*> argv_{name_.data()};
-  HostUnderTest host{1, argv_.data()};
+  HostUnderTest host;
 };
 
 constexpr Qt::KeyboardModifiers Cmd = Qt::ControlModifier;

@@ -1,0 +1,44 @@
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "platform/InstanceChannel.h"
+#include "platform/posix/RuntimeFolder.h"
+
+namespace vintrace {
+namespace {
+
+#ifdef __APPLE__
+constexpr const char* RuntimeVariable = "TMPDIR";
+#else
+constexpr const char* RuntimeVariable = "XDG_RUNTIME_DIR";
+#endif
+
+/// Empty when it isn't set.
+String Variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? String() : value;
+}
+
+}  // namespace
+
+StartRequest StartRequestOf(int argc, char* argv[]) {
+  std::error_code unknown;  // Leaves `folder` empty, and the paths as they came.
+  const auto folder = std::filesystem::current_path(unknown).native();
+  StartRequest request;
+  for (int i = 1; i < argc; ++i) request.documents.push_back(ItemRelativeTo(folder, argv[i]));
+  request.activationToken = Variable("XDG_ACTIVATION_TOKEN");
+  request.startupId = Variable("DESKTOP_STARTUP_ID");
+  return request;
+}
+
+ChannelPlace ChannelPlace::OfThisDesktop() {
+  const String wayland = Variable("WAYLAND_DISPLAY");
+  ChannelPlace place;
+  place.folder = posix::RuntimeFolder(Variable(RuntimeVariable), "/tmp/vintrace-" + Str(geteuid()));
+  place.name = posix::SocketName(wayland.empty() ? Variable("DISPLAY") : wayland);
+  return place;
+}
+
+}  // namespace vintrace
