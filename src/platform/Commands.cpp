@@ -10,8 +10,6 @@
 namespace vintrace {
 namespace {
 
-constexpr int NormalEnd = 0;
-
 /// The handler that a command goes to now; nil for none. `front`: the front window, or nil.
 const MenuHandler* HandlerOf(std::string_view itemName, const Window* front) {
   const MenuHandler* handler = front != nullptr ? front->MenuHandlerOf(itemName) : nullptr;
@@ -44,7 +42,8 @@ void UpdateMenuItems() {
 void ChooseMenuItem(const MenuItem& item) {
   UpdateMenuItems();
   if (!item.Enabled()) return;
-  if (dynamic_cast<const QuitMenuItem*>(&item) != nullptr) return Host::Current().Quit(NormalEnd);
+  if (dynamic_cast<const QuitMenuItem*>(&item) != nullptr)
+    return Host::Current().Quit(Host::NormalEnd);
   const auto front = Host::Current().Windows().At(0);  // Lives until the handler returns.
   const MenuHandler* handler = HandlerOf(item.Name(), front.get());
   if (handler != nullptr) _CallFunctionWithExceptionHandling([=] { (*handler)(); });

@@ -30,8 +30,8 @@ struct ControlDesign {
   int tabIndex;               ///< The control's turn when the Tab key goes round.
   std::string_view textFont;  ///< "System" and size 0 stand for the platform's own.
   int textSize;               ///< Pixels.
-  std::string_view description =
-      {};  ///< What tells of a control without a text to one who doesn't see it.
+  /// What tells of a control without a text to one who doesn't see it.
+  std::string_view description = {};
 };
 
 /// Goes to each control by its class.

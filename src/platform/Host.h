@@ -20,6 +20,9 @@ class Window;
 /// windows, which ask nothing of it any more when it goes. Everything happens on the main thread.
 class Host {
  public:
+  /// The exit status of a program that ends as its user wants.
+  static constexpr int NormalEnd = 0;
+
   /// The new object becomes the current host.
   Host();
   Host(const Host&) = delete;

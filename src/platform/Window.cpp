@@ -13,8 +13,13 @@ void Window::Open(const std::shared_ptr<Window>& window) {
   window->AddMenuHandlers();
   window->open_ = true;
   Host::Current().Windows().BringToFront(window);
-  window->Event_Open();
-  if (window->open_) Host::Current().Show(*window);
+  try {
+    window->Event_Open();
+    if (window->open_) Host::Current().Show(*window);
+  } catch (...) {
+    window->Close();  // It would be counted as open, and never be seen.
+    throw;
+  }
 }
 
 void Window::SetTitle(String title) {

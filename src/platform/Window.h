@@ -52,7 +52,7 @@ struct WindowDesign {
 class Window : public CommandTarget, public std::enable_shared_from_this<Window> {
  public:
   /// Makes a window of class `W`, lays it out, puts it in front of the window list and has it
-  /// shown.
+  /// shown. What its layout or its `Open` event raises passes through, and no window is left.
   template <class W>
   static std::shared_ptr<W> New() {
     auto window = std::make_shared<W>();

@@ -67,6 +67,17 @@ TEST(Window, OneThatClosesItselfAsItOpensIsNeverShown) {
   EXPECT_EQ(host.Titles(), Titles{});
 }
 
+class FailsToOpen : public OneButton {
+ protected:
+  void Event_Open() override { throw RuntimeException("broken"); }
+};
+
+TEST(Window, OneThatFailsAsItOpensIsNotLeftInTheList) {
+  ScriptedHost host;
+  EXPECT_THROW(Window::New<FailsToOpen>(), RuntimeException);
+  EXPECT_EQ(host.Titles(), Titles{});
+}
+
 TEST(Window, AClosedOneRaisesNoEvents) {
   ScriptedHost host;
   const auto window = Titled("a");

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/Clipboard.h"
+#include "platform/Exceptions.h"
 #include "platform/Menu.h"
 #include "resources/Endpoints.h"
 #include "shell/App.h"
@@ -133,6 +135,31 @@ TEST_F(CommandsTest, CloseTakesTheWindowInFrontAndTheOthersKeepTheirOrder) {
   EXPECT_TRUE(host.Choose("closewin"));
   EXPECT_EQ(host.Titles(), (Lines{"c.indd", "a.indd"}));
   EXPECT_EQ(host.story, Lines{});
+}
+
+TEST_F(CommandsTest, TheWindowsHandlerGoesBeforeTheApplications) {
+  StartWith({"a.indd"});
+  Lines story;
+  App::Instance().AddMenuHandler("clcopy", [&] {
+    story.emplace_back("application");
+    return false;
+  });
+  Front()->AddMenuHandler("upchk", [&] {
+    story.emplace_back("window");
+    return false;
+  });
+  host.Choose("clcopy");
+  host.Choose("upchk");
+  EXPECT_EQ(story, Lines{"window"});
+  EXPECT_EQ(host.story.size(), 1U) << "the message of the window's own copying";
+}
+
+TEST_F(CommandsTest, AClipboardThatIsClosedTakesNothing) {
+  Clipboard clipboard;
+  clipboard.SetText("a");
+  clipboard.Close();
+  EXPECT_THROW(clipboard.SetText("b"), NilObjectException);
+  EXPECT_EQ(host.clipboard, "a");
 }
 
 /// Tells the titles of windows in the order in which they are closed.

@@ -25,7 +25,7 @@ class X11 {
   /// Nothing where windows aren't X11's.
   static std::optional<X11> Here() {
     auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (application == nullptr) return std::nullopt;
+    if (application == nullptr || application->connection() == nullptr) return std::nullopt;
     return X11(application->connection());
   }
 
@@ -118,14 +118,14 @@ String Quoted(std::string_view value) {
 }  // namespace
 
 void BringToFront(QWidget& window, const Activation& activation) {
-  window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-  window.raise();
+  const auto x11 = X11::Here();
   // Wayland's platform plugin takes it from there, and out again.
-  if (!activation.token.empty()) {
+  if (!x11 && !activation.token.empty()) {
     qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activation.token));
   }
+  window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+  window.raise();
   window.activateWindow();
-  const auto x11 = X11::Here();
   const auto time = TimeOf(activation.startupId);
   if (x11 && time) x11->Activate(static_cast<xcb_window_t>(window.winId()), *time);
 }

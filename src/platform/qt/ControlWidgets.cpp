@@ -210,8 +210,8 @@ class FaceMaker : public ControlVisitor {
 }  // namespace
 
 ControlFace* MakeFace(RectControl& control, QWidget& parent) {
-  QAccessible::installFactory(
-      MakeAccessible);  // Goes with each application object; once is enough.
+  // Goes with each application object, and is known once however often it is told.
+  QAccessible::installFactory(MakeAccessible);
   FaceMaker maker(parent);
   control.Accept(maker);
   maker.made->Refresh();

@@ -61,7 +61,7 @@ std::unique_ptr<QMenu> MenuBarFace::MenuOf(const MenuItem& menu) {
   connect(face.get(), &QMenu::aboutToShow, this, &MenuBarFace::Refresh);
   for (const auto& item : menu.Items()) {
     if (item->IsSeparator()) {
-      face->addSeparator();
+      face->addSeparator()->setMenuRole(QAction::NoRole);
     } else {
       faces_.push_back({item.get(), ActionOf(*item, *face)});
     }

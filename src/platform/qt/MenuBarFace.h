@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QAction>
-#include <QList>
 #include <QMenu>
 #include <QObject>
 #include <memory>

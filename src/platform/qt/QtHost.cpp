@@ -6,6 +6,7 @@
 #include <QFileOpenEvent>
 #include <QMessageBox>
 #include <QSocketNotifier>
+#include <QStringDecoder>
 #include <QTimer>
 #include <QUrl>
 #include <algorithm>
@@ -27,8 +28,6 @@
 #include "platform/qt/WindowWidget.h"
 
 namespace vintrace::qt {
-
-constexpr int NormalEnd = 0;
 
 /// Takes the system's own open-documents event, where the system has one, and brings the menu items
 /// up to date before a key is tried as their shortcut.
@@ -92,8 +91,8 @@ WindowWidget* QtHost::WidgetOf(const Window& window) const {
 
 QWidget* QtHost::StandIn() const { return systemBar_ ? systemBar_->StandIn() : nullptr; }
 
-void QtHost::HandOver(const FolderItem& document) {
-  handedOver_.push_back(document);
+void QtHost::HandOver(const FolderItem& document, const Activation& activation) {
+  handedOver_.push_back({document, activation});
   CatchUpLater();
 }
 
@@ -107,10 +106,13 @@ void QtHost::EndStart() {
 }
 
 void QtHost::TakeOver(const StartRequest& request) {
-  activation_ = {.token = request.activationToken, .startupId = request.startupId};
-  if (QWidget* foremost = Foremost()) BringToFront(*foremost, activation_);
-  for (const FolderItem& document : request.documents) HandOver(document);
-  EndStartup(activation_);
+  const Activation activation{.token = request.activationToken, .startupId = request.startupId};
+  QWidget* foremost = Foremost();
+  // Wayland's token can be used once, and is kept for the window that is about to come.
+  const bool kept = !activation.token.empty() && !request.documents.empty() && modalDepth_ == 0;
+  if (foremost != nullptr && !kept) BringToFront(*foremost, activation);
+  for (const FolderItem& document : request.documents) HandOver(document, activation);
+  EndStartup(activation);
 }
 
 void QtHost::Show(Window& window) {
@@ -160,7 +162,9 @@ std::optional<FolderItem> QtHost::AskForFile(const FileRequest& request) {
 }
 
 void QtHost::SetClipboardText(const String& text) {
-  QApplication::clipboard()->setText(QString::fromStdString(text));
+  // Of itself, the toolkit drops a byte-order mark that a text begins with.
+  QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+  QApplication::clipboard()->setText(decode(QByteArrayView(text)));
 }
 
 void QtHost::ShowURL(const String& url) {
@@ -213,9 +217,10 @@ void QtHost::ShowWhatWaits() {
 }
 
 void QtHost::HandOverNext() {
-  const FolderItem document = handedOver_.front();
+  const HandedOver next = handedOver_.front();
   handedOver_.pop_front();
-  Application().RaiseOpenDocument(document);
+  activation_ = next.activation;
+  Application().RaiseOpenDocument(next.document);
   CatchUpLater();
 }
 
@@ -255,9 +260,13 @@ void QtHost::ShowAndAwait(WindowWidget& widget) {
   });
   widget.ComeUp();
   if (activation_) BringToFront(widget, activation_);
-  // What takes all input is not to be hidden behind what takes none.
-  QWidget* modal = QApplication::activeModalWidget();
-  if (modal != nullptr && modal != &widget) BringToFront(*modal, {});
+  KeepModalInFront();
+}
+
+void QtHost::KeepModalInFront() {
+  const auto* modal = dynamic_cast<WindowWidget*>(QApplication::activeModalWidget());
+  // It may never have lost its place on the screen, and then tells nothing of coming back.
+  if (modal != nullptr) modal->Shown().Show();
 }
 
 void QtHost::TakeIcon() {

@@ -50,7 +50,8 @@ class QtHost : public Host {
 
   /// Takes a document that the system hands over; it is raised as soon as the loop runs and no box
   /// or dialog is open.
-  void HandOver(const FolderItem& document);
+  /// `activation`: what its window may come to the front with.
+  void HandOver(const FolderItem& document, const Activation& activation = {});
   /// Takes over what another start of the program brings, and comes to the front for it.
   void TakeOver(const StartRequest& request);
 
@@ -68,6 +69,10 @@ class QtHost : public Host {
  private:
   class EventFilter;
   class ModalScope;
+  struct HandedOver {
+    FolderItem document;
+    Activation activation;
+  };
 
   void Start();
   /// Whatever others bring is taken at once from now on.
@@ -80,6 +85,8 @@ class QtHost : public Host {
   bool IsAwaitingPaint();
   void HandOverNext();
   void ShowAndAwait(WindowWidget& widget);
+  /// What takes all input stays in front of a window that has just come up.
+  static void KeepModalInFront();
   void AllHandedOver();
   /// The window that stands in for the system's menu bar is there when no other carries one.
   void UpdateSystemBar();
@@ -104,8 +111,8 @@ class QtHost : public Host {
   std::unique_ptr<InstanceService> instances_;
   std::unordered_map<const Window*, WindowWidget*> widgets_;
   std::vector<QPointer<WindowWidget>> unshown_;
-  std::deque<FolderItem> handedOver_;
-  Activation activation_;           // Of the documents that wait.
+  std::deque<HandedOver> handedOver_;
+  Activation activation_;           // Of the document that was handed over last.
   QPointer<WindowWidget> awaited_;  // Shown, and to be painted before the next document comes.
   QDeadlineTimer awaitedUntil_;
   bool seen_ = true;  // Windows are painted when they are shown.

@@ -71,6 +71,7 @@ void WindowWidget::TakeDesign() {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(content_);
+  content_->installEventFilter(this);
   TakeSize();
 }
 

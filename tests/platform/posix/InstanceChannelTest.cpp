@@ -51,9 +51,9 @@ bool Readable(int descriptor, std::chrono::milliseconds within) {
   return poll(&watched, 1, static_cast<int>(within.count())) > 0;
 }
 
-/// What the next start brings; dropped when none comes within `wait`, or it doesn't say all.
+/// What the next start brings; unfinished when none comes within `wait`, or it doesn't say all.
 Outcome Serve(InstanceSeat& seat, std::chrono::milliseconds wait = 5s) {
-  Outcome outcome = InstanceConnection::Dropped{};
+  Outcome outcome = InstanceConnection::Unfinished{};
   auto connection = Readable(seat.Descriptor(), wait) ? seat.Accept() : std::nullopt;
   while (connection && Readable(connection->Descriptor(), wait) &&
          IsUnfinished(outcome = connection->Read())) {
@@ -207,6 +207,20 @@ TEST_F(InstanceChannelTest, AStartThatIsHungUpOnBeginsAgain) {
   EXPECT_EQ(start.Join(), 0);
 }
 
+TEST_F(InstanceChannelTest, OneThatHangsUpOnEveryStartIsLeftAlone) {
+  InstanceSeat seat = First();
+  place.silence = 100ms;
+  Child first([&] {
+    while (Readable(seat.Descriptor(), 1s)) seat.Accept();
+    return 0;
+  });
+  auto own = InstanceSeat::Take(RequestOf({"/a"}), place);
+  ASSERT_TRUE(own);
+  own->Listen();
+  EXPECT_EQ(own->Descriptor(), -1);
+  EXPECT_EQ(first.Join(), 0) << "and the start hasn't gone on for ever";
+}
+
 TEST_F(InstanceChannelTest, AHungProgramIsReplacedWithinASecondAndTakesNothingWhenItWakes) {
   Shared<std::atomic<bool>> hangs;
   Shared<std::atomic<bool>> wakes;
@@ -288,17 +302,6 @@ TEST_F(InstanceChannelTest, BothSidesAgreeOnWhatIsTaken) {
     taken += answer == posix::Answer::Taken ? 1 : 0;
   }
   EXPECT_EQ(first.Join(), taken);
-}
-
-TEST_F(InstanceChannelTest, AnAnswerIsReadByTheOneWhoGivesUpOrFails) {
-  InstanceSeat seat = First();
-  const posix::Descriptor peer = Peer();
-  const posix::Descriptor accepted = posix::AcceptFrom(seat.Descriptor());
-  EXPECT_EQ(posix::Send(accepted.Number(), "T"), 1);
-  posix::RefuseMore(peer.Number());
-  EXPECT_EQ(posix::Send(accepted.Number(), "T"), -1);
-  std::array<char, 2> answer{};
-  EXPECT_EQ(posix::Receive(peer.Number(), answer.data(), answer.size()), 1);
 }
 
 constexpr int Starts = 10;
