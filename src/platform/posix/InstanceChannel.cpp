@@ -107,19 +107,14 @@ std::optional<InstanceSeat> InstanceSeat::Take(const StartRequest& request,
   if (!channel) return InstanceSeat(nullptr);
   const auto message = posix::EncodeStartMessage(request);
   posix::FileLock lock(channel->LockPath());
-  std::optional<posix::Deadline> hangUps;  // Since the first of those without a break.
+  posix::Deadline hangUps(place.silence);  // For as long as each answer is one.
   for (const posix::Deadline deadline(place.patience); !deadline.HasPassed(); posix::Pause()) {
     const auto seen = IdentityOf(channel->path);
     const Answer answer = posix::HandOver(channel->address, message, place.silence);
     if (answer == Answer::Taken) return std::nullopt;
     if (answer == Answer::Impossible || !lock.Works()) break;
-    if (answer != Answer::Closed) {
-      hangUps.reset();
-    } else if (!hangUps) {
-      hangUps.emplace(place.silence);
-    } else if (hangUps->HasPassed()) {
-      break;  // It doesn't quit: it doesn't know our language.
-    }
+    if (answer != Answer::Closed) hangUps = posix::Deadline(place.silence);
+    if (hangUps.HasPassed()) break;  // It doesn't quit: it doesn't know our language.
     if (Occupy(*channel, answer, seen, lock)) {
       return InstanceSeat(std::make_unique<State>(*channel, std::move(lock)));
     }

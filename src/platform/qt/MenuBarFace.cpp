@@ -41,7 +41,7 @@ QMenuBar* MenuBarFace::MakeBar(QWidget* window) {
   auto* bar = new QMenuBar(window);
   bar->setNativeMenuBar(window == nullptr);
   bar->setAccessibleName("メニューバー");
-  bar->setFont(FontOf("Osaka", 0, false));
+  bar->setFont(FontOf("Osaka", 12, false));
   for (const auto& menu : menus_) bar->addMenu(menu.get());
   return bar;
 }

@@ -22,6 +22,7 @@
 #include "platform/qt/ContentWidget.h"
 #include "platform/qt/DisplayText.h"
 #include "platform/qt/InstanceService.h"
+#include "platform/qt/LeanStyle.h"
 #include "platform/qt/MenuBarFace.h"
 #include "platform/qt/PictureIcon.h"
 #include "platform/qt/SystemBar.h"
@@ -71,6 +72,7 @@ class QtHost::ModalScope {
 
 QtHost::QtHost(char* argv[])
     : qtApplication_(argc_, argv), eventFilter_(std::make_unique<EventFilter>(*this)) {
+  QApplication::setStyle(new LeanStyle);
   QApplication::setApplicationName("Vintrace");
   QApplication::setDesktopFileName("vintrace");
   QApplication::setQuitOnLastWindowClosed(false);
