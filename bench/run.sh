@@ -124,8 +124,9 @@ many_documents() {
   done
   echo "Medians of five runs each, in turn, of the program's and of plain windows:"
   for what in "until the last is painted, us" "memory a window, KB" "copying all, us"; do
-    ours=$(column "$folder/ours" $((++row)))
-    plain=$(column "$folder/plain" $row)
+    row=$((row + 1))
+    ours=$(column "$folder/ours" "$row")
+    plain=$(column "$folder/plain" "$row")
     awk "BEGIN { printf \"%-30s %8d %8d  ratio %.2f\n\", \"$what\", $ours, $plain, $ours / $plain }"
   done
 }
