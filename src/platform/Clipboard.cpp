@@ -5,6 +5,7 @@
 
 namespace vintrace {
 
+// NOLINTNEXTLINE(readability-make-member-function-const): what it stands for changes
 void Clipboard::SetText(const String& text) {
   if (!open_) throw NilObjectException("Clipboard");
   Host::Current().SetClipboardText(text);

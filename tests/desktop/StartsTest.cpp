@@ -59,6 +59,8 @@ TEST_F(StartsOnDesktop, TheSecondHandsItsDocumentsToTheFirst) {
 class StartupMessages : public QAbstractNativeEventFilter {
  public:
   StartupMessages() { qApp->installNativeEventFilter(this); }
+  StartupMessages(const StartupMessages&) = delete;
+  StartupMessages& operator=(const StartupMessages&) = delete;
   ~StartupMessages() override { qApp->removeNativeEventFilter(this); }
 
   std::string text;
@@ -121,6 +123,7 @@ TEST_F(StartsOnDesktop, AHangingFirstIsReplacedAndEachDocumentOpensOnce) {
 TEST_F(StartsOnDesktop, TenAtOnceGiveOneProgramWithAllDocuments) {
   constexpr int Count = 10;
   constexpr int DocumentsEach = 20;
+  constexpr std::size_t AllDocuments = 200;
   std::vector<std::unique_ptr<QProcess>> starts;
   for (int start = 0; start < Count; ++start) {
     QStringList documents;
@@ -130,8 +133,8 @@ TEST_F(StartsOnDesktop, TenAtOnceGiveOneProgramWithAllDocuments) {
     starts.push_back(StartAgain(documents));
   }
   EXPECT_TRUE(Comes([&] { return std::ranges::count_if(starts, HasEnded) == Count - 1; }));
-  EXPECT_TRUE(Comes([] { return ManagedWindows().size() >= std::size_t{Count * DocumentsEach}; }));
-  EXPECT_EQ(ManagedWindows().size(), std::size_t{Count * DocumentsEach});
+  EXPECT_TRUE(Comes([] { return ManagedWindows().size() >= AllDocuments; }));
+  EXPECT_EQ(ManagedWindows().size(), AllDocuments);
   EXPECT_EQ(std::ranges::count_if(starts, HasEnded), Count - 1);
   for (const auto& start : starts) {
     if (!HasEnded(start)) start->terminate();
