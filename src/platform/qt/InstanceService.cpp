@@ -9,7 +9,8 @@ namespace vintrace::qt {
 namespace {
 
 constexpr std::size_t MaximumPeers = 64;  // Further ones wait until they can be accepted.
-constexpr std::chrono::milliseconds Patience(1000);
+// Shorter than a start waits to be heard, so that silent ones keep nobody out.
+constexpr std::chrono::milliseconds Patience(400);
 constexpr std::chrono::milliseconds Breath(100);
 
 }  // namespace
