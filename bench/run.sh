@@ -102,7 +102,7 @@ start_display() {
   server=$!
   read -r number <"$folder/display" || { cat "$folder/log" >&2; exit 1; }
   export DISPLAY=":$number" QT_QPA_PLATFORM=xcb
-  export XDG_RUNTIME_DIR="$folder/runtime" XDG_CACHE_HOME="$folder/cache"
+  export XDG_RUNTIME_DIR="$folder/runtime" XDG_CACHE_HOME="$folder/cache" XDG_DATA_HOME="$folder/data"
   mkdir -m 700 "$XDG_RUNTIME_DIR"
 }
 

@@ -18,6 +18,7 @@ read -r number <"$folder/display" || { cat "$folder/log" >&2; exit 1; }
 export DISPLAY=":$number"
 unset WAYLAND_DISPLAY
 export XDG_RUNTIME_DIR="$folder/runtime" XDG_CACHE_HOME="${XDG_CACHE_HOME:-$folder/cache}"
+export XDG_DATA_HOME="$folder/data"
 mkdir -m 700 "$XDG_RUNTIME_DIR"
 
 openbox --sm-disable >/dev/null 2>&1 &

@@ -1,6 +1,39 @@
 #include "platform/FolderItem.h"
 
 namespace vintrace {
+namespace {
+
+/// True for what no shell reads as anything but itself inside a word. Bytes above ASCII belong to
+/// characters that shells leave alone.
+bool IsPlainInShell(char byte) {
+  constexpr std::string_view Plain =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/._-+,:@";
+  return static_cast<unsigned char>(byte) >= 0x80 || Plain.find(byte) != std::string_view::npos;
+}
+
+/// What a shell makes of a word; nothing when a backslash or a quotation isn't finished.
+std::optional<String> Unquoted(std::string_view word) {
+  String bytes;
+  while (!word.empty()) {
+    const char first = word.front();
+    word.remove_prefix(1);
+    if (first == '\\') {
+      if (word.empty()) return std::nullopt;
+      bytes += word.front();
+      word.remove_prefix(1);
+    } else if (first == '\'') {
+      const auto end = word.find('\'');
+      if (end == std::string_view::npos) return std::nullopt;
+      bytes += word.substr(0, end);
+      word.remove_prefix(end + 1);
+    } else {
+      bytes += first;
+    }
+  }
+  return bytes;
+}
+
+}  // namespace
 
 String FolderItem::Name() const {
   const auto last = path_.find_last_not_of('/');
@@ -8,6 +41,30 @@ String FolderItem::Name() const {
   const auto slash = path_.find_last_of('/', last);
   const auto first = slash == String::npos ? 0 : slash + 1;
   return path_.substr(first, last + 1 - first);
+}
+
+FolderItem FolderItem::Child(std::string_view name) const {
+  return ItemRelativeTo(path_.empty() ? "/" : path_, name);
+}
+
+String FolderItem::ShellPath() const {
+  String form;
+  for (const char byte : path_) {
+    if (byte == '\n') {
+      form += "'\n'";
+      continue;
+    }
+    if (!IsPlainInShell(byte)) form += '\\';
+    form += byte;
+  }
+  return form;
+}
+
+std::optional<FolderItem> GetFolderItem(std::string_view path, PathMode mode) {
+  const auto native = mode == PathMode::Shell ? Unquoted(path) : std::optional(String(path));
+  const bool absolute = native && native->starts_with('/');
+  if (!absolute || native->find('\0') != String::npos) return std::nullopt;
+  return FolderItem(*native);
 }
 
 FolderItem ItemRelativeTo(std::string_view folder, std::string_view path) {

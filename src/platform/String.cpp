@@ -28,6 +28,27 @@ bool TextEquals(std::string_view a, std::string_view b) {
                     [](char x, char y) { return FoldCase(x) == FoldCase(y); });
 }
 
+std::int64_t InStr(std::int64_t start, std::string_view source, std::string_view find) {
+  const auto skipped = static_cast<std::size_t>(std::max<std::int64_t>(start, 1) - 1);
+  if (skipped > source.size()) return 0;
+  const auto same = [](char x, char y) { return FoldCase(x) == FoldCase(y); };
+  const auto found = std::search(source.begin() + static_cast<std::ptrdiff_t>(skipped),
+                                 source.end(), find.begin(), find.end(), same);
+  if (found == source.end() && !find.empty()) return 0;
+  return found - source.begin() + 1;
+}
+
+String ReplaceAll(std::string_view source, std::string_view old, std::string_view with) {
+  String replaced;
+  while (!old.empty()) {
+    const auto found = source.find(old);
+    if (found == std::string_view::npos) break;
+    replaced.append(source.substr(0, found)).append(with);
+    source.remove_prefix(found + old.size());
+  }
+  return replaced.append(source);
+}
+
 String OneLine(std::string_view text) {
   constexpr std::string_view Replacement = "\xEF\xBF\xBD";
   String line;

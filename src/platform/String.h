@@ -20,6 +20,15 @@ String Str(std::int64_t n);
 /// nothing is trimmed.
 bool TextEquals(std::string_view a, std::string_view b);
 
+/// The 1-based position of the first occurrence of `find` in `source` from position `start` on, as
+/// `TextEquals` compares; 0 when there is none. `start` 0 searches from the first byte. An empty
+/// `find` is found where the search begins.
+std::int64_t InStr(std::int64_t start, std::string_view source, std::string_view find);
+
+/// `source` with every occurrence of `old` replaced by `with`, from the first byte on and without
+/// looking at what has been put in. An empty `old` occurs nowhere.
+String ReplaceAll(std::string_view source, std::string_view old, std::string_view with);
+
 /// `text` as one line: every control character (U+0000 to U+001F, U+007F to U+009F) and line break
 /// (U+2028, U+2029) of its UTF-8 replaced by U+FFFD. All other bytes, valid or not, stay as they
 /// are.

@@ -1,10 +1,12 @@
 #include "shell/App.h"
 
 #include "inspection/VersionCheck.h"
+#include "launch/LocationStore.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "platform/Exceptions.h"
 #include "platform/Host.h"
+#include "platform/SpecialFolder.h"
 #include "shell/InformationCopy.h"
 #include "shell/MainMenuBar.h"
 #include "shell/Window1.h"
@@ -87,7 +89,12 @@ String App::UpdateCheck(const String& /*app_id*/, const String& /*ver*/, const S
 
 void App::kcheck(const String& /*app_id*/, const String& /*ver*/, const String& /*regi*/) {}
 
-void App::AppLocation() {}
+void App::AppLocation() {
+  const auto folder = SpecialFolder::ApplicationData();
+  if (!folder) throw NilObjectException("the folder of application data");
+  myf = folder->Child(launch::SettingsFileName);
+  apploc = launch::LoadLocations(*myf);
+}
 
 void App::Openupchk() {}
 

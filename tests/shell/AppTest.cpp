@@ -49,9 +49,27 @@ TEST_F(AppTest, StartsWithoutAWindowOrAQuestion) {
   _Main();
   EXPECT_EQ(host.story, Lines{});
   EXPECT_EQ(host.Windows().Count(), 0);
-  EXPECT_EQ(App::Instance().apploc.size(), 0U);
-  EXPECT_FALSE(App::Instance().myf);
   EXPECT_EQ(App::Instance().LongVersion(), "1.20");
+}
+
+TEST_F(AppTest, TheFirstStartMakesTheStoreAndALaterOneLoadsIt) {
+  const FolderItem file = folder.Item("data/VNTR.ini");
+  _Main();
+  EXPECT_TRUE(file.Exists());
+  EXPECT_EQ(App::Instance().apploc, Lines{});
+  EXPECT_EQ(App::Instance().myf.value().NativePath(), file.NativePath());
+  folder.File("data/VNTR.ini", "/A.app\n");
+  App::Instance().RaiseOpen();
+  EXPECT_EQ(App::Instance().apploc, Lines{"/A.app"});
+}
+
+TEST_F(AppTest, AStoreThatCannotBeReadIsReportedOnceAndTheProgramGoesOn) {
+  std::filesystem::create_directories(folder.Path() / "data/VNTR.ini");
+  host.handedOver = {Document("a.indd")};
+  _Main();
+  EXPECT_EQ(host.story,
+            (Lines{"message: 予期しないエラーが起こりました。\nIs a directory", "window"}));
+  EXPECT_EQ(host.Titles(), Lines{"a.indd"});
 }
 
 TEST_F(AppTest, ADocumentIsToldInItsWindow) {

@@ -7,6 +7,7 @@
 #include "shell/Startup.h"
 #include "shell/Window1.h"
 #include "support/DocumentBuilder.h"
+#include "support/Environment.h"
 #include "support/ScriptedHost.h"
 #include "support/TemporaryFolder.h"
 
@@ -37,6 +38,7 @@ class ScriptedProgram : public testing::Test {
   std::shared_ptr<Window1> Front() { return InspectionAt(0); }
 
   const TemporaryFolder folder;
+  const Environment dataHome{"XDG_DATA_HOME", (folder.Path() / "data").c_str()};
   ScriptedHost host;
 };
 

@@ -24,6 +24,7 @@
 #include "shell/Window1.h"
 #include "shell/Window2.h"
 #include "support/DocumentBuilder.h"
+#include "support/Environment.h"
 #include "support/HostUnderTest.h"
 #include "support/TemporaryFolder.h"
 
@@ -95,6 +96,7 @@ class QtCommandsTest : public testing::Test {
   static std::string ClipboardText() { return QApplication::clipboard()->text().toStdString(); }
 
   const TemporaryFolder folder;
+  const Environment dataHome{"XDG_DATA_HOME", folder.Path().c_str()};
   HostUnderTest host;
 };
 

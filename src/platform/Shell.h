@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/String.h"
+
+namespace vintrace {
+
+/// Runs command lines through the system's shell, /bin/sh, and waits for their end: that of the
+/// command itself, not of what it started and left behind. The command reads nothing (its input is
+/// /dev/null), what it prints is dropped, and its errors go where the program's go.
+class Shell {
+ public:
+  /// Runs `command`. A shell that can't be started raises `IOException`.
+  void Execute(const String& command);
+
+  /// The exit status of the last command: 0 means success. One that a signal ended has that of a
+  /// shell, 128 and the signal's number.
+  int ErrorCode() const { return errorCode_; }
+
+ private:
+  int errorCode_ = 0;
+};
+
+}  // namespace vintrace

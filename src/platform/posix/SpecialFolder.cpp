@@ -1,0 +1,82 @@
+#include "platform/SpecialFolder.h"
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <string_view>
+
+namespace vintrace::SpecialFolder {
+namespace {
+
+/// The folder that an environment variable names; nil when it names no absolute path.
+std::optional<FolderItem> FolderOf(const char* variable) {
+  const char* path = std::getenv(variable);
+  return path == nullptr ? std::nullopt : GetFolderItem(path, PathMode::Native);
+}
+
+std::optional<FolderItem> Home() {
+  if (auto home = FolderOf("HOME")) return home;
+  const passwd* user = getpwuid(geteuid());
+  return user == nullptr ? std::nullopt : GetFolderItem(user->pw_dir, PathMode::Native);
+}
+
+std::optional<FolderItem> InHome(std::string_view path) {
+  const auto home = Home();
+  return home ? std::optional(home->Child(path)) : std::nullopt;
+}
+
+bool IsFolder(const String& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+/// Makes `path` and the folders above it that aren't there. False when it isn't a folder then.
+bool MakeFolder(const String& path) {
+  for (auto slash = path.find('/', 1); slash != String::npos; slash = path.find('/', slash + 1)) {
+    mkdir(path.substr(0, slash).c_str(), S_IRWXU);
+  }
+  mkdir(path.c_str(), S_IRWXU);
+  return IsFolder(path);
+}
+
+#ifdef __APPLE__
+
+std::optional<FolderItem> DataFolder() { return InHome("Library/Application Support"); }
+
+#else
+
+std::optional<FolderItem> DataFolder() {
+  const auto named = FolderOf("XDG_DATA_HOME");
+  return named ? named : InHome(".local/share");
+}
+
+/// Where Wine keeps what the user installed.
+std::optional<FolderItem> WinePrograms() {
+  const auto named = FolderOf("WINEPREFIX");
+  const auto prefix = named ? named : InHome(".wine");
+  if (!prefix) return std::nullopt;
+  const FolderItem programs = prefix->Child("drive_c/Program Files");
+  return IsFolder(programs.NativePath()) ? std::optional(programs) : std::nullopt;
+}
+
+#endif
+
+}  // namespace
+
+std::optional<FolderItem> ApplicationData() {
+  const auto folder = DataFolder();
+  return folder && MakeFolder(folder->NativePath()) ? folder : std::nullopt;
+}
+
+FolderItem Applications() {
+#ifdef __APPLE__
+  return FolderItem("/Applications");
+#else
+  return WinePrograms().value_or(FolderItem("/usr/share/applications"));
+#endif
+}
+
+}  // namespace vintrace::SpecialFolder

@@ -1,0 +1,60 @@
+#include "launch/LocationStore.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/BinaryStream.h"
+#include "platform/Exceptions.h"
+#include "support/TemporaryFolder.h"
+
+namespace vintrace::launch {
+namespace {
+
+using Lines = std::vector<String>;
+
+String BytesOf(const FolderItem& file) { return BinaryStream::Open(file).Read(1 << 20); }
+
+TEST(LocationStore, LoadsEveryLineAndWritesEachWithALineEnd) {
+  const struct {
+    String bytes;
+    Lines lines;
+    String rewritten;
+  } cases[] = {
+      {"", {""}, "\n"},
+      {"/A\\ 1.app\n/B.app\n", {"/A\\ 1.app", "/B.app"}, "/A\\ 1.app\n/B.app\n"},
+      {"/A.app\n/B.app", {"/A.app", "/B.app"}, "/A.app\n/B.app\n"},
+      {"/A.app\n\n/B.app\n", {"/A.app", "", "/B.app"}, "/A.app\n\n/B.app\n"},
+      {"\n/A.app\n", {"", "/A.app"}, "\n/A.app\n"},
+      {"/A.app\n/A.app\n", {"/A.app", "/A.app"}, "/A.app\n/A.app\n"},
+      {"; rm -rf\xFF\n\\\n", {"; rm -rf\xFF", "\\"}, "; rm -rf\xFF\n\\\n"},
+  };
+  const test::TemporaryFolder folder;
+  for (const auto& [bytes, lines, rewritten] : cases) {
+    const FolderItem file = folder.File("VNTR.ini", bytes);
+    EXPECT_EQ(LoadLocations(file), lines) << bytes;
+    EXPECT_EQ(BytesOf(file), bytes) << "loading changes nothing";
+    RewriteLocations(file, lines);
+    EXPECT_EQ(BytesOf(file), rewritten);
+  }
+}
+
+TEST(LocationStore, AFileThatIsMissingIsMadeEmptyAndAnEmptyStoreIsAnEmptyFile) {
+  const test::TemporaryFolder folder;
+  const FolderItem file = folder.Item("VNTR.ini");
+  EXPECT_EQ(LoadLocations(file), Lines{});
+  EXPECT_EQ(BytesOf(file), "");
+  RewriteLocations(file, {"/A.app"});
+  std::filesystem::remove(file.NativePath());
+  RewriteLocations(file, {});
+  EXPECT_EQ(BytesOf(file), "");
+}
+
+TEST(LocationStore, WhatCannotBeReadOrWrittenRaises) {
+  const test::TemporaryFolder folder;
+  EXPECT_THROW(LoadLocations(FolderItem(folder.Path().native())), IOException);
+  EXPECT_THROW(LoadLocations(folder.Item("missing/VNTR.ini")), IOException);
+  EXPECT_THROW(RewriteLocations(FolderItem("/dev/full"), {"/A.app"}), IOException);
+  EXPECT_THROW(RewriteLocations(std::nullopt, {}), NilObjectException);
+}
+
+}  // namespace
+}  // namespace vintrace::launch
