@@ -25,7 +25,11 @@ bool IsPlain(char byte) {
 String RuntimeFolder(std::string_view preferred, const String& fallback) {
   // With a slash at its end, a link would be taken for the folder that it leads to.
   String folder(preferred.substr(0, preferred.find_last_not_of('/') + 1));
-  if (folder.starts_with('/') && IsPrivate(folder)) return folder;
+  if (folder.starts_with('/')) {
+    // The toolkit makes it too if it isn't there, and then the next start would find it.
+    mkdir(folder.c_str(), S_IRWXU);
+    if (IsPrivate(folder)) return folder;
+  }
   mkdir(fallback.c_str(), S_IRWXU);
   return IsPrivate(fallback) ? fallback : String();
 }

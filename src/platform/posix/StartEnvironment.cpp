@@ -21,6 +21,12 @@ String Variable(const char* name) {
   return value == nullptr ? String() : value;
 }
 
+/// An X11 display without the number of a screen: ":0" and ":0.0" are one.
+String WithoutScreen(const String& display) {
+  const auto server = display.rfind(':');
+  return server == String::npos ? display : display.substr(0, display.find('.', server));
+}
+
 }  // namespace
 
 StartRequest StartRequestOf(int argc, char* argv[]) {
@@ -37,7 +43,7 @@ ChannelPlace ChannelPlace::OfThisDesktop() {
   const String wayland = Variable("WAYLAND_DISPLAY");
   ChannelPlace place;
   place.folder = posix::RuntimeFolder(Variable(RuntimeVariable), "/tmp/vintrace-" + Str(geteuid()));
-  place.name = posix::SocketName(wayland.empty() ? Variable("DISPLAY") : wayland);
+  place.name = posix::SocketName(wayland.empty() ? WithoutScreen(Variable("DISPLAY")) : wayland);
   return place;
 }
 

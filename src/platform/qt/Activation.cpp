@@ -32,7 +32,7 @@ class X11 {
   /// "_NET_ACTIVE_WINDOW" of the Extended Window Manager Hints, from an application.
   void Activate(xcb_window_t window, std::uint32_t time) const {
     constexpr std::uint32_t FromAnApplication = 1;
-    auto message = MessageOf(window, "_NET_ACTIVE_WINDOW", 32);
+    auto message = MessageOf(window, Atom("_NET_ACTIVE_WINDOW"), 32);
     message.data.data32[0] = FromAnApplication;
     message.data.data32[1] = time;
     Send(message, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
@@ -44,9 +44,10 @@ class X11 {
     const xcb_window_t sender = xcb_generate_id(connection_);
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, sender, root_, -1, -1, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-    const char* type = "_NET_STARTUP_INFO_BEGIN";
+    const xcb_atom_t more = Atom("_NET_STARTUP_INFO");
+    xcb_atom_t type = Atom("_NET_STARTUP_INFO_BEGIN");
     const String whole = String(text) + '\0';
-    for (std::size_t sent = 0; sent < whole.size(); type = "_NET_STARTUP_INFO") {
+    for (std::size_t sent = 0; sent < whole.size(); type = more) {
       auto message = MessageOf(sender, type, 8);
       const std::string_view piece =
           std::string_view(whole).substr(sent, sizeof message.data.data8);
@@ -71,13 +72,13 @@ class X11 {
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
   }
 
-  xcb_client_message_event_t MessageOf(xcb_window_t window, const char* type,
-                                       std::uint8_t format) const {
+  static xcb_client_message_event_t MessageOf(xcb_window_t window, xcb_atom_t type,
+                                              std::uint8_t format) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = format;
     message.window = window;
-    message.type = Atom(type);
+    message.type = type;
     return message;
   }
 
