@@ -16,6 +16,7 @@ Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$folder/display" >"$fol
 server=$!
 read -r number <"$folder/display" || { cat "$folder/log" >&2; exit 1; }
 export DISPLAY=":$number"
+export LC_ALL=C.UTF-8  # In the C locale, tools of the tests don't find a Japanese title.
 unset WAYLAND_DISPLAY
 export XDG_RUNTIME_DIR="$folder/runtime" XDG_CACHE_HOME="${XDG_CACHE_HOME:-$folder/cache}"
 export XDG_DATA_HOME="$folder/data"
