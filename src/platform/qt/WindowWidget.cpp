@@ -54,8 +54,8 @@ WindowWidget::WindowWidget(std::shared_ptr<vintrace::Window> window, MenuBarFace
   SetTabOrder();
   FindCovered();
   RefreshTitle();
-  setFocus();  // No button has it before the Tab key was pressed, so that no stray Return presses
-               // one.
+  // No button has the focus before the Tab key was pressed, so that no stray Return presses one.
+  setFocus();
 }
 
 // The faces refer to the window's controls, and so go before it.
