@@ -10,6 +10,7 @@ declare -A allowed=(
   [platform]=""
   [platform/posix]="platform"
   [platform/qt]="platform"
+  [platform/linux]="platform platform/posix"
   [resources]="platform"
   [inspection]="resources platform"
   [launch]="resources platform"
@@ -46,7 +47,8 @@ while IFS=: read -r file _ include; do
     *'<xcb/'*) [ "$from" = platform/qt ] || refuse "$file" "$name" "X11 belongs to src/platform/qt" ;;
     *'<Q'*) [ "$from" = platform/qt ] || refuse "$file" "$name" "Qt belongs to src/platform/qt" ;;
     *'<'*/*'>' | *.h'>')
-      [ "$from" = platform/posix ] || refuse "$file" "$name" "system headers belong to src/platform/posix"
+      [[ $from == platform/posix || $from == platform/linux ]] ||
+        refuse "$file" "$name" "system headers belong to src/platform/posix and src/platform/linux"
       ;;
   esac
 done < <(grep -rnE '^ *# *include' src --include='*.cpp' --include='*.h' --include='*.in')

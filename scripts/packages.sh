@@ -3,7 +3,7 @@
 
 # What the programs need to be built and run, what the tests need beyond it, and what only the
 # benchmarks and the checks of the code itself need.
-BUILD_PACKAGES=(cmake g++ libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic xdg-utils)
+BUILD_PACKAGES=(cmake g++ libplist-dev libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
 TEST_PACKAGES=(libgtest-dev openbox x11-utils xclip xdotool xvfb)
 BENCH_PACKAGES=(libbenchmark-dev strace time xvfb)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)

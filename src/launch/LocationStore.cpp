@@ -1,5 +1,7 @@
 #include "launch/LocationStore.h"
 
+#include <algorithm>
+
 #include "platform/TextStreams.h"
 
 namespace vintrace::launch {
@@ -26,6 +28,27 @@ std::vector<String> LoadLocations(const FolderItem& file) {
   } while (!stream.EndOfFile());
   stream.Close();
   return locations;
+}
+
+std::optional<std::int64_t> FindLocation(const std::vector<String>& locations,
+                                         std::string_view product) {
+  const auto found = std::ranges::find_if(locations, [&](const String& location) {
+    return InStr(0, ReplaceAll(location, "\\", ""), product) > 0;
+  });
+  if (found == locations.end()) return std::nullopt;
+  return found - locations.begin();
+}
+
+void AddLocation(const std::optional<FolderItem>& file, std::vector<String>& locations,
+                 const String& location) {
+  locations.push_back(location);
+  RewriteLocations(file, locations);
+}
+
+void RemoveLocation(const std::optional<FolderItem>& file, std::vector<String>& locations,
+                    std::int64_t index) {
+  locations.erase(locations.begin() + index);
+  RewriteLocations(file, locations);
 }
 
 void RewriteLocations(const std::optional<FolderItem>& file, const std::vector<String>& locations) {

@@ -6,7 +6,8 @@ namespace vintrace {
 
 /// Runs command lines through the system's shell, /bin/sh, and waits for their end: that of the
 /// command itself, not of what it started and left behind. The command reads nothing (its input is
-/// /dev/null), what it prints is dropped, and its errors go where the program's go.
+/// /dev/null), what it prints is dropped, and its errors go where the program's go. Commands that
+/// the program brings with it are found ahead of the search path.
 class Shell {
  public:
   /// Runs `command`. A shell that can't be started raises `IOException`.

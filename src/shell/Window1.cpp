@@ -2,9 +2,12 @@
 
 #include <array>
 
+#include "launch/LocationStore.h"
+#include "launch/OpenApp.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "resources/Endpoints.h"
+#include "shell/App.h"
 #include "shell/InformationCopy.h"
 #include "shell/MainMenuBar.h"
 
@@ -116,7 +119,19 @@ void Window1::StaticText4_MouseUp() { desktop::ShowURL(String(endpoints::WebPage
 
 bool Window1::StaticText4_MouseDown() { return true; }
 
-void Window1::PushButton3_Action() {}
+void Window1::PushButton3_Action() {
+  if (const auto known = launch::FindLocation(App::Instance().apploc, StaticText2().Text())) {
+    if (OpenApp(App::Instance().apploc.at(static_cast<std::size_t>(*known)))) {
+      return desktop::Window(0)->Close();
+    }
+    DeleteApp(*known);
+  }
+  if (!RegistApp()) return desktop::MsgBox("該当するバージョンのInDesignが見つかりません。");
+  if (!OpenApp(shp)) {
+    return desktop::MsgBox("該当するバージョンのInDesignで開く事が出来ませんでした。");
+  }
+  desktop::Window(0)->Close();
+}
 
 MenuItem& Window1::EditMenu() const { return MenuBar()->Item("EditMenu"); }
 ApplicationMenuItem& Window1::kono() const { return MenuBar()->Item<ApplicationMenuItem>("kono"); }
@@ -157,11 +172,21 @@ bool Window1::_closewin_Action() {
   return false;
 }
 
-bool Window1::OpenApp(const String& /*path*/) { return false; }
+bool Window1::OpenApp(const String& path) { return launch::OpenApp(path, inddDoc); }
 
-bool Window1::RegistApp() { return false; }
+bool Window1::RegistApp() {
+  const auto application = launch::AskForApplication(StaticText2().Text());
+  if (!application) return false;
+  shp = application->ShellPath();
+  App& app = App::Instance();
+  launch::AddLocation(app.myf, app.apploc, shp);
+  return true;
+}
 
-void Window1::DeleteApp(std::int64_t /*index*/) {}
+void Window1::DeleteApp(std::int64_t index) {
+  App& app = App::Instance();
+  launch::RemoveLocation(app.myf, app.apploc, index);
+}
 
 void Window1::SetDocumentName(const String& name) {
   SetTitle(name);

@@ -35,6 +35,8 @@ class Window1 : public Window, public inspection::InspectionReport {
   virtual void StaticText4_MouseEnter();
   virtual void StaticText4_MouseUp();
   virtual bool StaticText4_MouseDown();
+  /// Opens the document in the known application of its release, or asks for one; when it opens,
+  /// the front window closes.
   virtual void PushButton3_Action();
 
   // The items of those names in the window's menu bar.
@@ -57,8 +59,13 @@ class Window1 : public Window, public inspection::InspectionReport {
   /// one row; the window closes.
   virtual bool _clcopy_Action();
   virtual bool _closewin_Action();
+  /// Opens the document in the application at `path`, in shell form. False when that can't be.
   virtual bool OpenApp(const String& path);
+  /// Asks the user for the application of the document's release, and stores its location, here and
+  /// in `App`'s list. False on cancel, which changes nothing. Raises what a rewrite of the settings
+  /// file raises; the location is known to this run all the same.
   virtual bool RegistApp();
+  /// Forgets the element `index` of `App`'s list of locations. Raises as `RegistApp`.
   virtual void DeleteApp(std::int64_t index);
 
   // The report, in the controls.

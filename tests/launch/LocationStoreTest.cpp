@@ -48,6 +48,44 @@ TEST(LocationStore, AFileThatIsMissingIsMadeEmptyAndAnEmptyStoreIsAnEmptyFile) {
   EXPECT_EQ(BytesOf(file), "");
 }
 
+TEST(LocationStore, TheFirstThatHasTheProductInItsPathIsFound) {
+  const Lines store{"",
+                    "Adobe InDesign",
+                    "/Adobe\\ InDesign\\ CS5.5/A.app",
+                    "/Adobe\\ InDesign\\ CS5/A.app",
+                    "/a\\ d\\o\\be\\ indesign/x",
+                    "/opt/ADOBE\\ INDESIGN\\ cc\\ 2019/a.exe",
+                    "/Adobe\\ InDesign\\ CC/A.app",
+                    "/Adobe InDesign 2.0\\"};
+  const std::pair<std::string_view, std::optional<std::int64_t>> cases[] = {
+      {"Adobe InDesign CS5", 2},
+      {"Adobe InDesign CS5.5", 2},
+      {"Adobe InDesign CS", 2},
+      {"Adobe InDesign CC", 5},
+      {"Adobe InDesign CC 2019", 5},
+      {"Adobe InDesign 2.0", 7},
+      {"Adobe InDesign CS6", std::nullopt},
+  };
+  for (const auto& [product, index] : cases)
+    EXPECT_EQ(FindLocation(store, product), index) << product;
+  EXPECT_EQ(FindLocation({}, "Adobe InDesign CS"), std::nullopt);
+  const Lines reversed{store[3], store[2]};
+  EXPECT_EQ(FindLocation(reversed, "Adobe InDesign CS5"), 0);
+}
+
+TEST(LocationStore, AChangeIsInTheListAndInTheFileEvenWhereTheFileCannotHaveIt) {
+  const test::TemporaryFolder folder;
+  const FolderItem file = folder.Item("VNTR.ini");
+  Lines store{"/A", "", "/C"};
+  AddLocation(file, store, "/A");
+  EXPECT_EQ(BytesOf(file), "/A\n\n/C\n/A\n");
+  RemoveLocation(file, store, 1);
+  EXPECT_EQ(BytesOf(file), "/A\n/C\n/A\n");
+  EXPECT_THROW(AddLocation(folder.Item("missing/VNTR.ini"), store, "/D"), IOException);
+  EXPECT_THROW(RemoveLocation(std::nullopt, store, 0), NilObjectException);
+  EXPECT_EQ(store, (Lines{"/C", "/A", "/D"}));
+}
+
 TEST(LocationStore, WhatCannotBeReadOrWrittenRaises) {
   const test::TemporaryFolder folder;
   EXPECT_THROW(LoadLocations(FolderItem(folder.Path().native())), IOException);

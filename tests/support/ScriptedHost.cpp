@@ -9,8 +9,10 @@ void ScriptedHost::Show(Window&) { story.emplace_back("window"); }
 
 std::optional<FolderItem> ScriptedHost::AskForFile(const FileRequest& request) {
   std::string line = "open dialog:";
+  if (!request.title.empty()) line += ' ' + request.title;
   if (request.filter) line += ' ' + request.filter->Name + " (" + request.filter->Extensions + ')';
   story.push_back(line);
+  askedIn = request.initialDirectory;
   if (choices.empty()) return std::nullopt;
   const FolderItem choice = choices.front();
   choices.pop_front();

@@ -17,11 +17,14 @@ class ScriptedHost : public Host {
   /// The user's answers to the dialogs; with none left, a dialog is cancelled.
   std::deque<FolderItem> choices;
 
+  /// The folder in which the last dialog began.
+  std::optional<FolderItem> askedIn;
+
   /// What the clipboard holds.
   String clipboard = "what it held before";
 
-  /// What the program asked for, one line a thing: "message: …", "open dialog: indd (.indd)",
-  /// "url: …", "quit: 0".
+  /// What the program asked for, one line a thing: "message: …", "open dialog: indd (.indd)", with
+  /// a title "open dialog: TITLE", "url: …", "quit: 0".
   std::vector<std::string> story;
 
   void Show(Window& window) override;

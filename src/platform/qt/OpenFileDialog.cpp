@@ -18,6 +18,7 @@
 #include <utility>
 
 #include "platform/FileRequest.h"
+#include "platform/String.h"
 #include "platform/qt/DirectoryModel.h"
 #include "platform/qt/DisplayText.h"
 #include "platform/qt/FilterLabel.h"
@@ -53,6 +54,8 @@ QPalette MessageColors() {
 
 OpenFileDialog::OpenFileDialog(const FileRequest& request, QWidget* parent)
     : QDialog(parent),
+      anyItem_(!request.filter),
+      isFreeToBegin_(!request.initialDirectory),
       suffixes_(request.filter ? request.filter->Suffixes() : std::vector<std::string>()),
       model_(new DirectoryModel(this)),
       places_(new QComboBox(this)),
@@ -271,10 +274,14 @@ void OpenFileDialog::Choose(const fs::path& path) {
   std::error_code error;
   switch (TypeOf(path, error)) {
     case fs::file_type::directory:
-      Enter(path);
+      if (IsBundle(path)) {
+        Accept(path);
+      } else {
+        Enter(path);
+      }
       break;
     case fs::file_type::regular:
-      AcceptFile(path);
+      Accept(path);
       break;
     case fs::file_type::not_found:
       Complain(QStringLiteral("「%1」は見つかりません"), path);
@@ -287,9 +294,16 @@ void OpenFileDialog::Choose(const fs::path& path) {
   }
 }
 
-void OpenFileDialog::AcceptFile(const fs::path& file) {
-  chosenPath_ = file.native();
-  LastFolder() = file.parent_path().native();
+bool OpenFileDialog::IsBundle(const fs::path& folder) const {
+  constexpr std::string_view BundleSuffix = ".app";
+  std::error_code error;
+  return anyItem_ && TextEquals(folder.extension().native(), BundleSuffix) &&
+         fs::is_directory(folder / "Contents", error);
+}
+
+void OpenFileDialog::Accept(const fs::path& item) {
+  chosenPath_ = item.native();
+  if (isFreeToBegin_) LastFolder() = item.parent_path().native();
   accept();
 }
 
@@ -303,7 +317,9 @@ void OpenFileDialog::ShowSelection() {
   const DirectoryItem* item = SelectedItem();
   const bool isTyped = item == nullptr && name_->isModified();
   if (!isTyped) {
-    name_->setText(item == nullptr || item->isDirectory ? QString() : DisplayText(item->name));
+    const bool isEntered =
+        item == nullptr || (item->isDirectory && !IsBundle(folder_ / item->name));
+    name_->setText(isEntered ? QString() : DisplayText(item->name));
   }
   open_->setEnabled(item != nullptr || !name_->text().isEmpty());
   ShowCount();

@@ -24,10 +24,11 @@ namespace vintrace::qt {
 class DirectoryModel;
 struct DirectoryItem;
 
-/// The dialog that asks for one file. Unlike the toolkit's own it takes names as bytes, so that one
-/// that is no valid UTF-8 is seen and chosen like any other. It opens nothing and never touches
-/// what is no regular file or folder. It begins in the folder of the request, and without one in
-/// that of the last choice in this process; where that isn't there, in the user's home.
+/// The dialog that asks for one file, or without a filter for a file or an application bundle,
+/// which is a folder. Unlike the toolkit's own it takes names as bytes, so that one that is no
+/// valid UTF-8 is seen and chosen like any other. It opens nothing and never touches what is no
+/// regular file or folder. It begins in the folder of the request, and without one in that of the
+/// last such choice in this process; where that isn't there, in the user's home.
 class OpenFileDialog : public QDialog {
  public:
   explicit OpenFileDialog(const FileRequest& request, QWidget* parent = nullptr);
@@ -60,7 +61,9 @@ class OpenFileDialog : public QDialog {
 
   void Confirm();
   void Choose(const std::filesystem::path& path);
-  void AcceptFile(const std::filesystem::path& file);
+  /// True for a folder that is to be chosen as one item.
+  bool IsBundle(const std::filesystem::path& folder) const;
+  void Accept(const std::filesystem::path& item);
 
   void ShowFolder();
   void ShowSelection();
@@ -69,6 +72,8 @@ class OpenFileDialog : public QDialog {
   /// words for `error`, if any.
   void Complain(const QString& text, const std::filesystem::path& path, std::error_code error = {});
 
+  bool anyItem_;
+  bool isFreeToBegin_;
   std::filesystem::path folder_ = "/";
   std::vector<std::string> suffixes_;
   std::optional<std::string> chosenPath_;

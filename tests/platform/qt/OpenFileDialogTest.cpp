@@ -360,11 +360,28 @@ TEST_F(OpenFileDialogTest, TheFolderOfTheLastChoiceComesUpAgainUnlessItIsGone) {
   WhenAsked([](OpenFileDialog& dialog) {
     QTest::keyClicks(dialog.findChild<QLineEdit*>("name"), "sub/x.indd\r");
   });
-  EXPECT_EQ(AskForFile(Request(), nullptr)->NativePath(), (Home() / "sub/x.indd").native());
+  EXPECT_EQ(AskForFile(AnyIn(std::nullopt), nullptr)->NativePath(),
+            (Home() / "sub/x.indd").native());
   EXPECT_EQ(folderAskedIn(std::nullopt), Home() / "sub");
   EXPECT_EQ(folderAskedIn(Home() / "missing"), Home());
   fs::remove_all(Home() / "sub");
   EXPECT_EQ(folderAskedIn(std::nullopt), Home());
+}
+
+TEST_F(OpenFileDialogTest, ABundleIsChosenAsOneItemUnlessOnlyDocumentsAre) {
+  MakeFile("Adobe \xFF.app/Contents/x");
+  MakeFile("Plain.app/x");
+  const auto chosen = [this](const FileRequest& request, int row) {
+    Screen screen(request);
+    screen.DoubleClick(row);
+    return screen.dialog.ChosenPath();
+  };
+  EXPECT_EQ(chosen(AnyIn(Home()), 0), (Home() / "Adobe \xFF.app").native());
+  EXPECT_EQ(chosen(AnyIn(Home()), 1), std::nullopt) << "a folder that is only named so";
+  EXPECT_EQ(chosen(Request(), 0), std::nullopt);
+  Screen screen(AnyIn(Home()));
+  screen.Click(0);
+  EXPECT_EQ(screen.name.text(), QStringLiteral("Adobe \uFFFD.app"));
 }
 
 TEST_F(OpenFileDialogTest, TheEndOfTheParentIsACancel) {

@@ -1,0 +1,126 @@
+#include "platform/posix/Process.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+
+#include "platform/posix/Errno.h"
+
+extern char** environ;  // NOLINT(readability-redundant-declaration): not in every system's header
+
+namespace vintrace::posix {
+namespace {
+
+void Require(int error) {
+  if (error != 0) RaiseIOException(error);
+}
+
+/// What becomes of the open files of a new process.
+class Files {
+ public:
+  explicit Files(Ties ties) {
+    Require(posix_spawn_file_actions_init(&actions_));
+    Open(STDIN_FILENO, O_RDONLY);
+    Open(STDOUT_FILENO, O_WRONLY);
+    if (ties == Ties::Cut) {
+      Open(STDERR_FILENO, O_WRONLY);
+      CloseOthers();
+    }
+  }
+  Files(const Files&) = delete;
+  Files& operator=(const Files&) = delete;
+  ~Files() { posix_spawn_file_actions_destroy(&actions_); }
+
+  const posix_spawn_file_actions_t* Actions() const { return &actions_; }
+
+ private:
+  void Open(int stream, int flags) {
+    Require(posix_spawn_file_actions_addopen(&actions_, stream, "/dev/null", flags, 0));
+  }
+
+  void CloseOthers() {
+#ifdef __linux__
+    Require(posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1));
+#endif
+  }
+
+  posix_spawn_file_actions_t actions_{};
+};
+
+/// The session of a new process, and the signals that it doesn't ignore.
+class Attributes {
+ public:
+  explicit Attributes(Ties ties) {
+    sigset_t back{};
+    sigemptyset(&back);
+    sigaddset(&back, SIGPIPE);
+    Require(posix_spawnattr_init(&attributes_));
+    posix_spawnattr_setsigdefault(&attributes_, &back);
+    const int session = ties == Ties::Cut ? POSIX_SPAWN_SETSID : 0;
+    posix_spawnattr_setflags(&attributes_, static_cast<short>(POSIX_SPAWN_SETSIGDEF | session));
+  }
+  Attributes(const Attributes&) = delete;
+  Attributes& operator=(const Attributes&) = delete;
+  ~Attributes() { posix_spawnattr_destroy(&attributes_); }
+
+  const posix_spawnattr_t* Get() const { return &attributes_; }
+
+ private:
+  posix_spawnattr_t attributes_{};
+};
+
+/// The texts in the form in which the system takes them.
+std::vector<char*> Pointers(std::vector<String>& texts) {
+  std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
+  for (String& text : texts) pointers.push_back(text.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+String Beginning(std::string_view name) { return String(name) + '='; }
+
+}  // namespace
+
+ProcessEnvironment::ProcessEnvironment() {
+  for (char** variable = environ; *variable != nullptr; ++variable) {
+    variables_.emplace_back(*variable);
+  }
+}
+
+String ProcessEnvironment::Value(std::string_view name) const {
+  const String beginning = Beginning(name);
+  for (const String& variable : variables_) {
+    if (variable.starts_with(beginning)) return variable.substr(beginning.size());
+  }
+  return {};
+}
+
+void ProcessEnvironment::Set(std::string_view name, std::string_view value) {
+  const String beginning = Beginning(name);
+  std::erase_if(variables_, [&](const String& each) { return each.starts_with(beginning); });
+  variables_.push_back(beginning + String(value));
+}
+
+pid_t StartProcess(const Command& command, Ties ties) {
+  auto arguments = command.arguments;
+  auto variables = command.environment.Variables();
+  const Files files(ties);
+  const Attributes attributes(ties);
+  pid_t process = 0;
+  Require(posix_spawnp(&process, command.program.c_str(), files.Actions(), attributes.Get(),
+                       Pointers(arguments).data(), Pointers(variables).data()));
+  return process;
+}
+
+int ExitStatusOf(int waitStatus) {
+  constexpr int ShellsMarkOfASignal = 128;
+  return WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus)
+                               : ShellsMarkOfASignal + WTERMSIG(waitStatus);
+}
+
+}  // namespace vintrace::posix

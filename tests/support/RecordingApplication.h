@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/FolderItem.h"
+
+namespace vintrace::test {
+
+/// An application that notes what it is started with.
+class RecordingApplication {
+ public:
+  /// Makes the executable `path`, and the folders above it. It notes `words`, in a shell's words,
+  /// and does `then` before it ends.
+  explicit RecordingApplication(FolderItem path, std::string_view words = "\"$@\"",
+                                std::string_view then = "");
+
+  const FolderItem& Item() const { return path_; }
+
+  /// Waits for its next start and tells what it has noted; nothing when it isn't started. A
+  /// document that it is started with is the only word.
+  std::vector<String> AwaitStart() const;
+
+  bool HasStarted() const;
+
+ private:
+  FolderItem Notes() const { return FolderItem(path_.NativePath() + ".started"); }
+
+  FolderItem path_;
+};
+
+}  // namespace vintrace::test
