@@ -50,7 +50,7 @@ need_commands() {
 
 stop_for_needs() {
   stop "there is no $1, and this system has no apt-get. Needed are CMake 3.25, Ninja, a C++20 compiler," \
-    "Qt 6.4 with its Widgets, a Japanese font and, but on macOS, libxcb with pkg-config; for the tests" \
+    "Qt 6.4 with its Widgets, a Japanese font and, but on macOS, libxcb, libplist and pkg-config; for the tests" \
     "also GoogleTest."
 }
 

@@ -62,7 +62,8 @@ class Host {
   /// Runs the event loop until `Quit`: raises the application's `Open` once, and from then on its
   /// `OpenDocument` for each document that the system has handed over, in order.
   virtual void Run() = 0;
-  /// Ends the loop when the handler that is running has returned. No further event is raised.
+  /// Ends the loop when the handler that is running has returned. No further event is raised, and
+  /// the user isn't told or asked anything any more: a message has been seen, a question cancelled.
   /// `exitStatus` becomes the exit status of the process; the first call counts.
   virtual void Quit(int exitStatus) = 0;
 

@@ -67,6 +67,8 @@ void ProgramOnDesktop::StartWith(const QStringList& documents) {
   auto environment = QProcessEnvironment::systemEnvironment();
   environment.insert("PATH",
                      QString::fromStdString(folder.Path()) + ':' + environment.value("PATH"));
+  environment.insert("XDG_DATA_HOME", QString::fromStdString(folder.Path() / "data"));
+  environment.insert("WINEPREFIX", QString::fromStdString(folder.Path() / "prefix"));
   program.setProcessEnvironment(environment);
   program.setProcessChannelMode(QProcess::ForwardedChannels);
   program.start(VINTRACE, documents);

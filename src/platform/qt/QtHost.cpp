@@ -147,6 +147,7 @@ void QtHost::Closed(Window& window) {
 }
 
 void QtHost::ShowMessage(const String& text) {
+  if (quitting_) return;
   const ModalScope scope(*this);
   // It goes with its parent, should that be destroyed while it is open.
   const QPointer<QMessageBox> box = new QMessageBox(FrontWidget());
@@ -159,6 +160,7 @@ void QtHost::ShowMessage(const String& text) {
 }
 
 std::optional<FolderItem> QtHost::AskForFile(const FileRequest& request) {
+  if (quitting_) return std::nullopt;
   const ModalScope scope(*this);
   return qt::AskForFile(request, FrontWidget());
 }
