@@ -3,7 +3,7 @@
 
 # What the programs need to be built and run, what the tests need beyond it, and what only the
 # benchmarks and the checks of the code itself need.
-BUILD_PACKAGES=(cmake g++ libplist-dev libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
+BUILD_PACKAGES=(cmake g++ libexpat1-dev libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
 TEST_PACKAGES=(libgtest-dev openbox x11-utils xclip xdotool xvfb)
 BENCH_PACKAGES=(libbenchmark-dev strace time xvfb)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)
@@ -50,7 +50,7 @@ need_commands() {
 
 stop_for_needs() {
   stop "there is no $1, and this system has no apt-get. Needed are CMake 3.25, Ninja, a C++20 compiler," \
-    "Qt 6.4 with its Widgets, a Japanese font and, but on macOS, libxcb, libplist and pkg-config; for the tests" \
+    "Qt 6.4 with its Widgets, a Japanese font and, but on macOS, libxcb, expat and pkg-config; for the tests" \
     "also GoogleTest."
 }
 

@@ -11,6 +11,10 @@ bool IsPlainInShell(char byte) {
   return static_cast<unsigned char>(byte) >= 0x80 || Plain.find(byte) != std::string_view::npos;
 }
 
+/// True for a line feed, which behind a backslash a shell drops, and a carriage return, which at
+/// the end of a line of text would be taken for a part of the line's end.
+bool IsPartOfLineEnd(char byte) { return byte == '\n' || byte == '\r'; }
+
 /// What a shell makes of a word; nothing when a backslash or a quotation isn't finished.
 std::optional<String> Unquoted(std::string_view word) {
   String bytes;
@@ -50,8 +54,8 @@ FolderItem FolderItem::Child(std::string_view name) const {
 String FolderItem::ShellPath() const {
   String form;
   for (const char byte : path_) {
-    if (byte == '\n') {
-      form += "'\n'";
+    if (IsPartOfLineEnd(byte)) {
+      form.append(1, '\'').append(1, byte).append(1, '\'');
       continue;
     }
     if (!IsPlainInShell(byte)) form += '\\';

@@ -29,7 +29,7 @@ class FolderItem {
 
   /// The whole path in shell form: a POSIX shell reads it as one word of the same bytes, whatever
   /// they are. What a shell could read otherwise stands behind a backslash, and line feeds, for
-  /// which that can't be, in single quotes.
+  /// which that can't be, as well as carriage returns in single quotes.
   String ShellPath() const;
 
  private:

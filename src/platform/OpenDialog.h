@@ -24,7 +24,7 @@ class FolderItemDialog {
   virtual std::optional<FolderItem> ShowModal() = 0;
 };
 
-/// Asks for one existing item of any kind.
+/// Asks for one existing item: a file of any kind, or an application bundle.
 class OpenDialog : public FolderItemDialog {
  public:
   std::optional<FolderItem> ShowModal() override;

@@ -10,7 +10,8 @@ namespace vintrace {
 /// the program brings with it are found ahead of the search path.
 class Shell {
  public:
-  /// Runs `command`. A shell that can't be started raises `IOException`.
+  /// Runs `command`. Raises `IOException` when no shell can be started, and `RuntimeException` when
+  /// the program's own commands aren't there.
   void Execute(const String& command);
 
   /// The exit status of the last command: 0 means success. One that a signal ended has that of a

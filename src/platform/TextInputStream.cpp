@@ -9,22 +9,22 @@ TextInputStream TextInputStream::Open(const std::optional<FolderItem>& item) {
 }
 
 String TextInputStream::ReadLine() {
-  auto end = buffer_.find('\n');
-  for (std::size_t searched = buffer_.size(); end == String::npos && Fill();
-       searched = buffer_.size()) {
-    end = buffer_.find('\n', searched);
+  auto end = buffer_.find('\n', next_);
+  for (auto searched = Unread(); end == String::npos && Fill(); searched = Unread()) {
+    end = buffer_.find('\n', next_ + searched);
   }
-  String line = buffer_.substr(0, end);
-  buffer_.erase(0, end == String::npos ? end : end + 1);
+  String line = buffer_.substr(next_, end - next_);
+  next_ = end == String::npos ? buffer_.size() : end + 1;
   if (end != String::npos && line.ends_with('\r')) line.pop_back();
   return line;
 }
 
-bool TextInputStream::EndOfFile() { return buffer_.empty() && !Fill(); }
+bool TextInputStream::EndOfFile() { return Unread() == 0 && !Fill(); }
 
 bool TextInputStream::Fill() {
   constexpr std::size_t BlockSize = 65536;
   const String block = stream_.Read(BlockSize);
+  buffer_.erase(0, std::exchange(next_, 0));
   buffer_ += block;
   return !block.empty();
 }

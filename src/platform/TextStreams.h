@@ -32,9 +32,11 @@ class TextInputStream {
 
   /// Reads on. False at the end of the file.
   bool Fill();
+  std::size_t Unread() const { return buffer_.size() - next_; }
 
   BinaryStream stream_;
-  String buffer_;  // What has been read of the file and not yet been given out.
+  String buffer_;         // What has been read of the file,
+  std::size_t next_ = 0;  // and from here on hasn't been given out.
 };
 
 /// A text file that is being written, whose bytes are those of the texts. They are written in one

@@ -56,6 +56,10 @@ enum Index {
   PushButton3At
 };
 
+void CloseFrontWindow() {
+  if (const auto front = desktop::Window(0)) front->Close();
+}
+
 }  // namespace
 
 void Window1::Layout() {
@@ -109,7 +113,7 @@ Canvas& Window1::Canvas1() const { return ControlAt<Canvas>(Canvas1At); }
 Label& Window1::StaticText4() const { return ControlAt<Label>(StaticText4At); }
 PushButton& Window1::PushButton3() const { return ControlAt<PushButton>(PushButton3At); }
 
-void Window1::PushButton2_Action() { desktop::Window(0)->Close(); }
+void Window1::PushButton2_Action() { CloseFrontWindow(); }
 
 void Window1::StaticText4_MouseExit() { StaticText4().SetTextColor(LinkColor); }
 
@@ -120,17 +124,21 @@ void Window1::StaticText4_MouseUp() { desktop::ShowURL(String(endpoints::WebPage
 bool Window1::StaticText4_MouseDown() { return true; }
 
 void Window1::PushButton3_Action() {
-  if (const auto known = launch::FindLocation(App::Instance().apploc, StaticText2().Text())) {
-    if (OpenApp(App::Instance().apploc.at(static_cast<std::size_t>(*known)))) {
-      return desktop::Window(0)->Close();
+  const std::vector<String>& locations = App::Instance().apploc;
+  if (const auto known = launch::FindLocation(locations, StaticText2().Text())) {
+    if (OpenApp(locations.at(static_cast<std::size_t>(*known)))) {
+      CloseFrontWindow();
+      return;
     }
     DeleteApp(*known);
   }
-  if (!RegistApp()) return desktop::MsgBox("該当するバージョンのInDesignが見つかりません。");
-  if (!OpenApp(shp)) {
-    return desktop::MsgBox("該当するバージョンのInDesignで開く事が出来ませんでした。");
+  if (!RegistApp()) {
+    desktop::MsgBox("該当するバージョンのInDesignが見つかりません。");
+  } else if (!OpenApp(shp)) {
+    desktop::MsgBox("該当するバージョンのInDesignで開く事が出来ませんでした。");
+  } else {
+    CloseFrontWindow();
   }
-  desktop::Window(0)->Close();
 }
 
 MenuItem& Window1::EditMenu() const { return MenuBar()->Item("EditMenu"); }

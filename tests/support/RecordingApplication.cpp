@@ -39,7 +39,7 @@ bool RecordingApplication::HasStarted() const { return Notes().Exists(); }
 std::vector<String> RecordingApplication::AwaitStart() const {
   const auto end = std::chrono::steady_clock::now() + 15s;
   while (!HasStarted() && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(2ms);
-  const auto words = Words(Notes());
+  auto words = Words(Notes());
   fs::remove(Notes().NativePath());
   return words;
 }

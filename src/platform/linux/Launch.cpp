@@ -1,7 +1,5 @@
 #include "platform/linux/Launch.h"
 
-#include <sys/wait.h>
-
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -14,8 +12,8 @@
 #include "platform/Exceptions.h"
 #include "platform/linux/Bundle.h"
 #include "platform/linux/Wine.h"
-#include "platform/posix/Deadline.h"
 #include "platform/posix/Process.h"
+#include "platform/posix/UserFolders.h"
 
 namespace vintrace::open {
 namespace {
@@ -32,7 +30,7 @@ bool HasSuffix(const FolderItem& item, std::string_view suffix) {
          TextEquals(std::string_view(name).substr(name.size() - suffix.size()), suffix);
 }
 
-/// What stands in the way of opening `item` as a file or folder; raises it.
+/// Raises what stands in the way of `item`.
 void RequireItem(const FolderItem& item) {
   std::error_code error;
   const auto status = fs::status(item.NativePath(), error);
@@ -44,6 +42,15 @@ void RequireFile(const FolderItem& item) {
   RequireItem(item);
   std::error_code error;
   if (!fs::is_regular_file(item.NativePath(), error)) Refuse(item, "It is no file");
+}
+
+/// Some take dots out of a path without looking where links lead, and would open another document.
+FolderItem WithoutDots(const FolderItem& item) {
+  const fs::path path = item.NativePath();
+  if (path == path.lexically_normal()) return item;
+  std::error_code error;
+  const auto folder = fs::canonical(path.parent_path(), error);
+  return error ? item : FolderItem((folder / path.filename()).native());
 }
 
 /// Wine would say only later, and to no one, that a file is no program.
@@ -80,15 +87,17 @@ pid_t Start(const FolderItem& item, const posix::Command& command) {
   }
 }
 
-/// The exit status of a launcher. One that says nothing for long has not started anything.
-int StatusOfLauncher(pid_t launcher) {
-  const posix::Deadline patience(std::chrono::seconds(10));
-  int status = 0;
-  while (waitpid(launcher, &status, WNOHANG) == 0) {
-    if (patience.HasPassed()) kill(launcher, SIGKILL);
-    posix::Pause();
+/// A launcher ends when it has started what it is to start. One that doesn't is ended with all that
+/// it has started.
+void AwaitLauncher(pid_t launcher, const FolderItem& entry) {
+  constexpr std::chrono::seconds Patience(5);
+  const auto status = posix::AwaitEnd(launcher, Patience);
+  if (!status) {
+    kill(-launcher, SIGKILL);
+    posix::AwaitEnd(launcher);
+    Refuse(entry, "gio doesn't answer");
   }
-  return posix::ExitStatusOf(status);
+  if (*status != 0) Refuse(entry, "gio can't launch it");
 }
 
 void LaunchDesktopEntry(const FolderItem& entry, const FolderItem& document) {
@@ -97,20 +106,29 @@ void LaunchDesktopEntry(const FolderItem& entry, const FolderItem& document) {
       Start(entry, {.program = "gio",
                     .arguments = {"gio", "launch", entry.NativePath(), document.NativePath()},
                     .environment = EnvironmentForOthers()});
-  if (StatusOfLauncher(launcher) != 0) Refuse(entry, "gio can't launch it");
+  AwaitLauncher(launcher, entry);
+}
+
+/// The prefix that `program` is installed in; empty when it is in none.
+fs::path OwnPrefix(const FolderItem& program) {
+  const fs::path path = program.NativePath();
+  const auto prefix = PrefixOf(path);
+  std::error_code error;
+  return prefix.empty() ? PrefixOf(fs::canonical(path, error)) : prefix;
+}
+
+fs::path UsualPrefix() {
+  const auto prefix = posix::UsualWinePrefix();
+  return prefix ? fs::path(prefix->NativePath()) : fs::path();
 }
 
 void LaunchWindowsProgram(const FolderItem& program, const FolderItem& document) {
   RequireFile(program);
   RequireWindowsProgram(program);
   auto environment = EnvironmentForOthers();
-  auto prefix = PrefixOf(program.NativePath());
-  if (prefix.empty()) {
-    prefix = UsualPrefix();
-  } else {
-    environment.Set("WINEPREFIX", prefix.native());
-  }
-  const auto path = WindowsPath(document.NativePath(), prefix);
+  const auto own = OwnPrefix(program);
+  if (!own.empty()) environment.Set("WINEPREFIX", own.native());
+  const auto path = WindowsPath(document.NativePath(), own.empty() ? UsualPrefix() : own);
   if (!path) Refuse(document, "A Windows program can't open a path with a backslash in it");
   Start(program, {.program = "wine",
                   .arguments = {"wine", program.NativePath(), *path},
@@ -126,9 +144,9 @@ void LaunchExecutable(const FolderItem& executable, const FolderItem& document) 
 
 }  // namespace
 
-void Launch(const FolderItem& application, const FolderItem& document) {
-  RequireItem(application);
-  RequireItem(document);
+void Launch(const FolderItem& application, const FolderItem& given) {
+  RequireItem(given);
+  const FolderItem document = WithoutDots(given);
   std::error_code error;
   const bool isFolder = fs::is_directory(application.NativePath(), error);
   if (isFolder && HasSuffix(application, ".app")) {

@@ -1,7 +1,6 @@
 #include "platform/linux/Wine.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <system_error>
 
 namespace vintrace::open {
@@ -46,18 +45,12 @@ fs::path PrefixOf(const fs::path& program) {
   return {};
 }
 
-fs::path UsualPrefix() {
-  const char* named = std::getenv("WINEPREFIX");
-  if (named != nullptr && *named != '\0') return named;
-  const char* home = std::getenv("HOME");
-  return fs::path(home == nullptr ? "/" : home) / ".wine";
-}
-
 std::optional<String> WindowsPath(const fs::path& path, const fs::path& prefix) {
   if (path.native().find('\\') != String::npos) return std::nullopt;
   const fs::path drives = DrivesOf(prefix);
   std::error_code error;
-  if (!fs::is_directory(drives, error)) return "Z:" + WithBackslashes(path.native());
+  if (prefix.empty() || !fs::is_directory(drives, error))
+    return "Z:" + WithBackslashes(path.native());
   fs::path folder = path;
   do {
     folder = folder.parent_path();

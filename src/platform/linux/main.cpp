@@ -1,5 +1,8 @@
 // open -a APPLICATION DOCUMENT: what macOS has a command for and Linux has not. The program's own.
 
+#include <poll.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <filesystem>
 #include <string_view>
@@ -8,15 +11,18 @@
 #include "platform/Exceptions.h"
 #include "platform/FolderItem.h"
 #include "platform/linux/Launch.h"
+#include "platform/posix/SecureStart.h"
 
 namespace vintrace::open {
 namespace {
 
 enum ExitStatus { Started = 0, NotStarted = 1 };
 
+/// A reader that doesn't read is not waited for.
 ExitStatus Complain(std::string_view reason) {
   const String line = "open: " + String(reason) + '\n';
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  pollfd errors{.fd = STDERR_FILENO, .events = POLLOUT, .revents = 0};
+  if (poll(&errors, 1, 0) > 0) std::fwrite(line.data(), 1, line.size(), stderr);
   return NotStarted;
 }
 
@@ -41,4 +47,7 @@ ExitStatus Run(int argc, char* argv[]) {
 }  // namespace
 }  // namespace vintrace::open
 
-int main(int argc, char* argv[]) { return vintrace::open::Run(argc, argv); }
+int main(int argc, char* argv[]) {
+  vintrace::posix::SecureStart();
+  return vintrace::open::Run(argc, argv);
+}

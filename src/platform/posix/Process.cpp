@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 
+#include "platform/posix/Deadline.h"
 #include "platform/posix/Errno.h"
 
 extern char** environ;  // NOLINT(readability-redundant-declaration): not in every system's header
@@ -51,17 +53,20 @@ class Files {
   posix_spawn_file_actions_t actions_{};
 };
 
-/// The session of a new process, and the signals that it doesn't ignore.
+/// The session of a new process, and its signals.
 class Attributes {
  public:
   explicit Attributes(Ties ties) {
-    sigset_t back{};
-    sigemptyset(&back);
-    sigaddset(&back, SIGPIPE);
+    sigset_t none{};
+    sigset_t all{};
+    sigemptyset(&none);
+    sigfillset(&all);
     Require(posix_spawnattr_init(&attributes_));
-    posix_spawnattr_setsigdefault(&attributes_, &back);
+    posix_spawnattr_setsigmask(&attributes_, &none);
+    posix_spawnattr_setsigdefault(&attributes_, &all);
     const int session = ties == Ties::Cut ? POSIX_SPAWN_SETSID : 0;
-    posix_spawnattr_setflags(&attributes_, static_cast<short>(POSIX_SPAWN_SETSIGDEF | session));
+    const int flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | session;
+    posix_spawnattr_setflags(&attributes_, static_cast<short>(flags));
   }
   Attributes(const Attributes&) = delete;
   Attributes& operator=(const Attributes&) = delete;
@@ -80,6 +85,17 @@ std::vector<char*> Pointers(std::vector<String>& texts) {
   for (String& text : texts) pointers.push_back(text.data());
   pointers.push_back(nullptr);
   return pointers;
+}
+
+/// The exit status of a process; nil when it hasn't ended and `options` say not to wait.
+std::optional<int> Look(pid_t process, int options) {
+  constexpr int ShellsMarkOfASignal = 128;
+  int status = 0;
+  pid_t found = waitpid(process, &status, options);
+  while (found < 0 && errno == EINTR) found = waitpid(process, &status, options);
+  if (found < 0) RaiseIOException(errno);
+  if (found == 0) return std::nullopt;
+  return WIFEXITED(status) ? WEXITSTATUS(status) : ShellsMarkOfASignal + WTERMSIG(status);
 }
 
 String Beginning(std::string_view name) { return String(name) + '='; }
@@ -117,10 +133,15 @@ pid_t StartProcess(const Command& command, Ties ties) {
   return process;
 }
 
-int ExitStatusOf(int waitStatus) {
-  constexpr int ShellsMarkOfASignal = 128;
-  return WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus)
-                               : ShellsMarkOfASignal + WTERMSIG(waitStatus);
+int AwaitEnd(pid_t process) { return Look(process, 0).value(); }
+
+std::optional<int> AwaitEnd(pid_t process, std::chrono::milliseconds patience) {
+  const Deadline end(patience);
+  while (true) {
+    const auto status = Look(process, WNOHANG);
+    if (status || end.HasPassed()) return status;
+    Pause();
+  }
 }
 
 }  // namespace vintrace::posix

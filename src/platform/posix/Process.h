@@ -2,6 +2,8 @@
 
 #include <sys/types.h>
 
+#include <chrono>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -33,20 +35,23 @@ struct Command {
   ProcessEnvironment environment;
 };
 
-/// What a new process shares with this one.
+/// What a new process shares with this one, besides its working directory.
 enum class Ties {
-  Kept,  ///< The session and standard error. Its input and output are /dev/null.
-  Cut    ///< Nothing: a session of its own, all three streams on /dev/null, no other open file.
+  Kept,  ///< The session, standard error, and every other file that isn't closed on execution.
+  Cut    ///< Nothing: it has a session of its own and, on Linux, no open file but the streams.
 };
 
-/// Starts a process and returns its id. Raises `IOException` when the program can't be executed; a
-/// script without a line that names its interpreter can't. What this program ignores isn't ignored
-/// by the new one. Its end is to be awaited by the caller, or else by the system behind this
-/// process's own.
+/// Starts a process and returns its id. Its streams are /dev/null, as far as it doesn't share them.
+/// Raises `IOException` when the program can't be executed, as a script can't that has no line with
+/// its interpreter. No signal is ignored or blocked in it. Its
+/// end is to be awaited, unless this process ends before.
 pid_t StartProcess(const Command& command, Ties ties);
 
-/// The exit status from what `waitpid` told of an ended process. One that a signal ended has that
-/// of a shell, 128 and the signal's number.
-int ExitStatusOf(int waitStatus);
+/// Waits for the end of a process that this one has started, and returns its exit status: of one
+/// that a signal ended that of a shell, 128 and the signal's number. Raises `IOException` when it
+/// can't be awaited.
+int AwaitEnd(pid_t process);
+/// The same until `patience` has passed; then nil, and the process runs on.
+std::optional<int> AwaitEnd(pid_t process, std::chrono::milliseconds patience);
 
 }  // namespace vintrace::posix

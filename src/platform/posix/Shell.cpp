@@ -1,12 +1,8 @@
 #include "platform/Shell.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cerrno>
+#include <string_view>
 
 #include "platform/posix/CommandFolder.h"
-#include "platform/posix/Errno.h"
 #include "platform/posix/Process.h"
 
 namespace vintrace {
@@ -23,20 +19,12 @@ void PutOwnCommandsFirst(posix::ProcessEnvironment& environment) {
   environment.Set("PATH", own + ':' + (path.empty() ? String(UsualPath) : path));
 }
 
-int ExitStatusOf(pid_t process) {
-  int status = 0;
-  while (waitpid(process, &status, 0) < 0) {
-    if (errno != EINTR) posix::RaiseIOException(errno);
-  }
-  return posix::ExitStatusOf(status);
-}
-
 }  // namespace
 
 void Shell::Execute(const String& command) {
   posix::Command shell{.program = "/bin/sh", .arguments = {"sh", "-c", command}, .environment = {}};
   PutOwnCommandsFirst(shell.environment);
-  errorCode_ = ExitStatusOf(posix::StartProcess(shell, posix::Ties::Kept));
+  errorCode_ = posix::AwaitEnd(posix::StartProcess(shell, posix::Ties::Kept));
 }
 
 }  // namespace vintrace

@@ -1,32 +1,11 @@
 #include "platform/SpecialFolder.h"
 
-#include <pwd.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
-#include <cstdlib>
-#include <string_view>
+#include "platform/posix/UserFolders.h"
 
 namespace vintrace::SpecialFolder {
 namespace {
-
-/// The folder that an environment variable names; nil when it names no absolute path.
-std::optional<FolderItem> FolderOf(const char* variable) {
-  const char* path = std::getenv(variable);
-  return path == nullptr ? std::nullopt : GetFolderItem(path, PathMode::Native);
-}
-
-std::optional<FolderItem> Home() {
-  if (auto home = FolderOf("HOME")) return home;
-  const passwd* user = getpwuid(geteuid());
-  return user == nullptr ? std::nullopt : GetFolderItem(user->pw_dir, PathMode::Native);
-}
-
-std::optional<FolderItem> InHome(std::string_view path) {
-  const auto home = Home();
-  return home ? std::optional(home->Child(path)) : std::nullopt;
-}
 
 bool IsFolder(const String& path) {
   struct stat status {};
@@ -44,19 +23,18 @@ bool MakeFolder(const String& path) {
 
 #ifdef __APPLE__
 
-std::optional<FolderItem> DataFolder() { return InHome("Library/Application Support"); }
+std::optional<FolderItem> DataFolder() { return posix::InHome("Library/Application Support"); }
 
 #else
 
 std::optional<FolderItem> DataFolder() {
-  const auto named = FolderOf("XDG_DATA_HOME");
-  return named ? named : InHome(".local/share");
+  const auto named = posix::FolderOf("XDG_DATA_HOME");
+  return named ? named : posix::InHome(".local/share");
 }
 
 /// Where Wine keeps what the user installed.
 std::optional<FolderItem> WinePrograms() {
-  const auto named = FolderOf("WINEPREFIX");
-  const auto prefix = named ? named : InHome(".wine");
+  const auto prefix = posix::UsualWinePrefix();
   if (!prefix) return std::nullopt;
   const FolderItem programs = prefix->Child("drive_c/Program Files");
   return IsFolder(programs.NativePath()) ? std::optional(programs) : std::nullopt;

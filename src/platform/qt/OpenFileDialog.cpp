@@ -55,7 +55,7 @@ QPalette MessageColors() {
 OpenFileDialog::OpenFileDialog(const FileRequest& request, QWidget* parent)
     : QDialog(parent),
       anyItem_(!request.filter),
-      isFreeToBegin_(!request.initialDirectory),
+      remembersFolder_(!request.initialDirectory),
       suffixes_(request.filter ? request.filter->Suffixes() : std::vector<std::string>()),
       model_(new DirectoryModel(this)),
       places_(new QComboBox(this)),
@@ -303,7 +303,7 @@ bool OpenFileDialog::IsBundle(const fs::path& folder) const {
 
 void OpenFileDialog::Accept(const fs::path& item) {
   chosenPath_ = item.native();
-  if (isFreeToBegin_) LastFolder() = item.parent_path().native();
+  if (remembersFolder_) LastFolder() = item.parent_path().native();
   accept();
 }
 

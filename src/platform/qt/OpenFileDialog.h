@@ -73,7 +73,7 @@ class OpenFileDialog : public QDialog {
   void Complain(const QString& text, const std::filesystem::path& path, std::error_code error = {});
 
   bool anyItem_;
-  bool isFreeToBegin_;
+  bool remembersFolder_;
   std::filesystem::path folder_ = "/";
   std::vector<std::string> suffixes_;
   std::optional<std::string> chosenPath_;

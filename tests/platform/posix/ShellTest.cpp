@@ -11,7 +11,9 @@
 
 #include "platform/BinaryStream.h"
 #include "platform/FolderItem.h"
+#include "support/Environment.h"
 #include "support/TemporaryFolder.h"
+#include "support/WorkingFolder.h"
 
 namespace vintrace::test {
 namespace {
@@ -32,6 +34,18 @@ TEST(Shell, TellsHowTheCommandEnded) {
   EXPECT_EQ(ErrorCodeOf("/missing/command 2>/dev/null"), 127);
   EXPECT_EQ(ErrorCodeOf("kill -TERM $$"), 128 + SIGTERM);
   EXPECT_EQ(ErrorCodeOf("read line"), 1) << "there is nothing to be read";
+  EXPECT_EQ(ErrorCodeOf("test /dev/fd/1 -ef /dev/null"), 0) << "nothing is printed";
+}
+
+TEST(Shell, WithoutASearchPathCommandsAreStillFoundAndNoneInTheWorkingFolder) {
+  const TemporaryFolder folder;
+  const WorkingFolder working(folder.Path());
+  fs::permissions(folder.File("here", "#!/bin/sh\n").NativePath(), fs::perms::owner_all);
+  for (const char* unset : {static_cast<const char*>(nullptr), ""}) {
+    const Environment path("PATH", unset);
+    EXPECT_EQ(ErrorCodeOf("cat /dev/null"), 0);
+    EXPECT_EQ(ErrorCodeOf("here 2>/dev/null"), 127);
+  }
 }
 
 TEST(Shell, TheCommandDoesNotInheritWhatTheProgramIgnores) {
@@ -106,7 +120,7 @@ TEST(ShellForm, LooksAsInAShell) {
   EXPECT_EQ(FolderItem("/Applications/Adobe InDesign CS6.app").ShellPath(),
             "/Applications/Adobe\\ InDesign\\ CS6.app");
   EXPECT_EQ(FolderItem("/日本語/a_b-c.d+e").ShellPath(), "/日本語/a_b-c.d+e");
-  EXPECT_EQ(FolderItem("/a\nb").ShellPath(), "/a'\n'b");
+  EXPECT_EQ(FolderItem("/a\nb\r").ShellPath(), "/a'\n'b'\r'");
 }
 
 TEST(GetFolderItem, TakesAbsolutePathsAndFinishedQuotations) {

@@ -26,9 +26,9 @@ namespace vintrace::test {
 namespace {
 
 /// Tells what is raised in it.
-class RecordingApplication : public Application {
+class TracingApplication : public Application {
  public:
-  explicit RecordingApplication(Lines& story) : story_(story) {}
+  explicit TracingApplication(Lines& story) : story_(story) {}
   std::function<void()> onDocument;
 
  protected:
@@ -49,7 +49,7 @@ class QtHostTest : public testing::Test {
   HostUnderTest& Start(const Lines& documents = {}) {
     host_.emplace();
     for (const auto& document : documents) host_->HandOver(FolderItem(document));
-    auto application = std::make_unique<RecordingApplication>(story);
+    auto application = std::make_unique<TracingApplication>(story);
     application->SetMenuBar(MainMenuBar::Instance());
     app = application.get();
     host_->_RuntimeRegisterAppObject(std::move(application));
@@ -88,7 +88,7 @@ class QtHostTest : public testing::Test {
   }
 
   Lines story;
-  RecordingApplication* app = nullptr;
+  TracingApplication* app = nullptr;
 
  private:
   std::optional<HostUnderTest> host_;
@@ -160,8 +160,11 @@ TEST_F(QtHostTest, TheButtonCoversTheLinkUntilItIsHidden) {
   auto& host = Start();
   const auto window = NewWindow("a.indd");
   const QPoint middle = Place(*window, Child(*window, "StaticText4").geometry().center());
+  int presses = 0;
+  window->PushButton3().Action = [&] { ++presses; };
   QTest::mouseClick(Widget(*window).windowHandle(), Qt::LeftButton, {}, middle);
   EXPECT_EQ(host.urls, Lines{});
+  EXPECT_EQ(presses, 1);
   window->SetOpenable(false);
   QTest::mouseClick(Widget(*window).windowHandle(), Qt::LeftButton, {}, middle);
   EXPECT_EQ(host.urls, Lines{std::string(endpoints::WebPage)});

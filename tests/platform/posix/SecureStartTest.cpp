@@ -1,4 +1,4 @@
-#include "platform/posix/StandardStreams.h"
+#include "platform/posix/SecureStart.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,11 +12,11 @@ namespace {
 
 /// The lowest descriptor that is free after the streams were secured, as an exit status.
 [[noreturn]] void ExitWithTheNextDescriptor() {
-  posix::SecureStandardStreams();
+  posix::SecureStart();
   _exit(open("/dev/null", O_RDONLY));
 }
 
-TEST(StandardStreams, WhatIsClosedOfThemIsFilled) {
+TEST(SecureStart, WhatIsClosedOfTheStreamsIsFilled) {
   const int free = dup(STDERR_FILENO);
   close(free);
   for (const auto& closed : {std::vector{0}, std::vector{2}, std::vector{0, 1, 2}}) {
@@ -28,9 +28,9 @@ TEST(StandardStreams, WhatIsClosedOfThemIsFilled) {
   }
 }
 
-TEST(StandardStreams, AReaderThatGoesAwayIsNoSignal) {
+TEST(SecureStart, AReaderThatGoesAwayIsNoSignal) {
   const auto raise = [] {
-    posix::SecureStandardStreams();
+    posix::SecureStart();
     static_cast<void>(std::raise(SIGPIPE));
     _exit(0);
   };
