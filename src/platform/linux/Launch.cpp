@@ -144,19 +144,19 @@ void LaunchExecutable(const FolderItem& executable, const FolderItem& document) 
 
 }  // namespace
 
-void Launch(const FolderItem& application, const FolderItem& given) {
-  RequireItem(given);
-  const FolderItem document = WithoutDots(given);
+void Launch(const FolderItem& application, const FolderItem& document) {
+  RequireItem(document);
+  const FolderItem followed = WithoutDots(document);
   std::error_code error;
   const bool isFolder = fs::is_directory(application.NativePath(), error);
   if (isFolder && HasSuffix(application, ".app")) {
-    LaunchExecutable(ExecutableOfBundle(application), document);
+    LaunchExecutable(ExecutableOfBundle(application), followed);
   } else if (HasSuffix(application, ".desktop")) {
-    LaunchDesktopEntry(application, document);
+    LaunchDesktopEntry(application, followed);
   } else if (HasSuffix(application, ".exe")) {
-    LaunchWindowsProgram(application, document);
+    LaunchWindowsProgram(application, followed);
   } else {
-    LaunchExecutable(application, document);
+    LaunchExecutable(application, followed);
   }
 }
 

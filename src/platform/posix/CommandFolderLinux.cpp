@@ -25,7 +25,7 @@ String FolderBeside(const std::filesystem::path& program) {
 String CommandFolder() {
   std::error_code error;
   const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-  const String folder = error ? String() : FolderBeside(program);
+  String folder = error ? String() : FolderBeside(program);
   if (folder.empty()) throw RuntimeException("The program's own commands aren't beside it");
   if (folder.find(':') != String::npos) {
     throw RuntimeException("The program lies in a folder with a colon in its path");
