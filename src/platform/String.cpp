@@ -1,6 +1,9 @@
 #include "platform/String.h"
 
 #include <algorithm>
+#include <charconv>
+#include <limits>
+#include <system_error>
 
 namespace vintrace {
 namespace {
@@ -22,6 +25,14 @@ std::size_t ControlLength(std::string_view text) {
 }  // namespace
 
 String Str(std::int64_t n) { return std::to_string(n); }
+
+std::int64_t Val(std::string_view text) {
+  const auto digits = text.substr(0, text.find_first_not_of("0123456789"));
+  std::int64_t number = 0;
+  const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), number).ec;
+  return error == std::errc::result_out_of_range ? std::numeric_limits<std::int64_t>::max()
+                                                 : number;
+}
 
 bool TextEquals(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),

@@ -16,6 +16,10 @@ inline constexpr std::string_view EndOfLine = "\n";
 /// The decimal digits of `n`, with no blank and no leading zero.
 String Str(std::int64_t n);
 
+/// The number that the decimal digits at the beginning of `text` make; 0 when there are none, and
+/// the greatest there is when it would be greater.
+std::int64_t Val(std::string_view text);
+
 /// True when both are the same bytes, the case of ASCII letters aside. Nothing else is folded, and
 /// nothing is trimmed.
 bool TextEquals(std::string_view a, std::string_view b);

@@ -11,6 +11,7 @@
 
 #include "platform/Exceptions.h"
 #include "platform/posix/Errno.h"
+#include "platform/posix/FileWriting.h"
 
 namespace vintrace {
 namespace {
@@ -66,6 +67,11 @@ BinaryStream BinaryStream::Open(const std::optional<FolderItem>& item) {
   return stream;
 }
 
+BinaryStream BinaryStream::Create(const std::optional<FolderItem>& item, bool overwrite) {
+  if (!item) throw NilObjectException("the file to write");
+  return BinaryStream(posix::OpenForWriting(item->NativePath(), overwrite ? O_TRUNC : O_EXCL));
+}
+
 BinaryStream::BinaryStream(BinaryStream&& other) noexcept
     : descriptor_(std::exchange(other.descriptor_, Closed)),
       sizeAtOpen_(other.sizeAtOpen_),
@@ -84,6 +90,11 @@ String BinaryStream::Read(std::size_t count) {
   }
   bytes.resize(filled);
   return bytes;
+}
+
+void BinaryStream::Write(std::string_view bytes) {
+  posix::WriteAll(descriptor_, bytes);
+  position_ += bytes.size();
 }
 
 bool BinaryStream::AtEOF() const {

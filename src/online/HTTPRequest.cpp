@@ -1,0 +1,248 @@
+// Requests: what goes out, and to whom.
+
+#include <utility>
+
+#include "online/HTTPSecureSocket.h"
+#include "online/RequestText.h"
+#include "platform/Exceptions.h"
+#include "platform/TextStreams.h"
+
+namespace vintrace::online {
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
+constexpr std::string_view Protocol = " HTTP/1.0";
+constexpr std::string_view FormType = "application/x-www-form-urlencoded";
+
+bool IsBlank(std::string_view text) {
+  return text.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos;
+}
+
+}  // namespace
+
+HTTPSecureSocket::HTTPSecureSocket(Network& network) : SSLSocket(network) {
+  _InitializeRequestHeaders();
+  SetSecure(true);
+}
+
+void HTTPSecureSocket::_InitializeRequestHeaders() {
+  requestHeaders = std::make_shared<InternetHeaders>();
+  requestHeaders->SetHeader("Accept", "*/*");
+  requestHeaders->SetHeader("Accept-Language", "en");
+}
+
+void HTTPSecureSocket::ClearRequestHeaders() {
+  if (requestHeaders) requestHeaders->DeleteAllHeaders();
+}
+
+void HTTPSecureSocket::SetRequestHeader(const String& name, const String& value) {
+  if (!requestHeaders) _InitializeRequestHeaders();
+  if (value.empty()) {
+    requestHeaders->Delete(name);
+  } else {
+    requestHeaders->SetHeader(name, value);
+  }
+}
+
+String HTTPSecureSocket::EncodeFormData(const Form& form) const { return EncodeFields(form); }
+
+void HTTPSecureSocket::SetFormData(const std::optional<Form>& form) {
+  if (form) SetRequestContent(EncodeFormData(*form), String(FormType));
+}
+
+void HTTPSecureSocket::SetPostContent(const String& content, const String& type) {
+  SetRequestContent(content, type);
+}
+
+void HTTPSecureSocket::SetRequestContent(const String& content, const String& type) {
+  _postContent = content;
+  _postContentType = type;
+}
+
+void HTTPSecureSocket::Get(const String& url) { SendRequest("GET", url); }
+void HTTPSecureSocket::Get(const String& url, const FolderItem& file) {
+  SendRequest("GET", url, file);
+}
+bool HTTPSecureSocket::Get(const String& url, const FolderItem& file, std::int64_t timeout) {
+  return SendRequest("GET", url, file, timeout);
+}
+String HTTPSecureSocket::Get(const String& url, std::int64_t timeout) {
+  return SendRequest("GET", url, timeout);
+}
+
+void HTTPSecureSocket::GetHeaders(const String& url) { SendRequest("HEAD", url); }
+HTTPSecureSocket::HeadersPointer HTTPSecureSocket::GetHeaders(const String& url,
+                                                              std::int64_t timeout) {
+  return Complete("HEAD", url, std::nullopt, timeout) ? _pageHeaders : nullptr;
+}
+
+void HTTPSecureSocket::Post(const String& url) { SendRequest("POST", url); }
+void HTTPSecureSocket::Post(const String& url, const FolderItem& file) {
+  SendRequest("POST", url, file);
+}
+bool HTTPSecureSocket::Post(const String& url, const FolderItem& file, std::int64_t timeout) {
+  return SendRequest("POST", url, file, timeout);
+}
+String HTTPSecureSocket::Post(const String& url, std::int64_t timeout) {
+  return SendRequest("POST", url, timeout);
+}
+
+void HTTPSecureSocket::SendRequest(const String& method, const String& url) {
+  synchronous = false;
+  _DoConnect(url, method, std::nullopt);
+}
+void HTTPSecureSocket::SendRequest(const String& method, const String& url,
+                                   const FolderItem& file) {
+  synchronous = false;
+  _DoConnect(url, method, file);
+}
+bool HTTPSecureSocket::SendRequest(const String& method, const String& url, const FolderItem& file,
+                                   std::int64_t timeout) {
+  return Complete(method, url, file, timeout) && mErrorCode == NoError;
+}
+String HTTPSecureSocket::SendRequest(const String& method, const String& url,
+                                     std::int64_t timeout) {
+  return Complete(method, url, std::nullopt, timeout) ? Page() : String();
+}
+
+bool HTTPSecureSocket::Complete(const String& method, const String& url,
+                                const std::optional<FolderItem>& file, std::int64_t timeout) {
+  timeoutSeconds = timeout;
+  synchronous = true;
+  const auto life = Life();
+  // Nothing would end the wait for what isn't under way.
+  const bool isUnderWay = _DoConnect(url, method, file);
+  if (isUnderWay) WaitForPage();
+  if (life.expired()) return false;
+  synchronous = false;
+  return isUnderWay;
+}
+
+String HTTPSecureSocket::Page() const {
+  return _currentLength < 1 ? String()
+                            : _pageBuffer.StringValue(static_cast<std::size_t>(_currentLength));
+}
+
+bool HTTPSecureSocket::_DoConnect(String url, String method, std::optional<FolderItem> file) {
+  HangUp();
+  exchange_ = std::make_shared<int>();
+  mErrorCode = NoError;
+  _ParseURL(url);
+  _processingURL = std::move(url);
+  if (!_SetDownloadFile(file)) return false;
+  if (!HTTPProxyAddress.empty()) TurnToProxy();
+  _httpAction = std::move(method);
+  ReadAll();
+  _ResetVariables();
+  tunnelMode = 0;
+  if (Secure() && !HTTPProxyAddress.empty()) {
+    tunnelMode = 1;
+    SetSecure(false);
+  }
+  Connect();
+  return true;
+}
+
+void HTTPSecureSocket::_ParseURL(const String& url) {
+  if (portBeforeProxy_) Port = *std::exchange(portBeforeProxy_, std::nullopt);
+  const RequestURL parts = SplitURL(url);
+  _server = parts.server;
+  _path = parts.path;
+  _urlPort = parts.port;
+  if (_urlPort != 0) {
+    Port = _urlPort;
+  } else if (Port == 0) {
+    _urlPort = Port = _DefaultPort;
+  }
+  Address = PeerName = parts.host;
+}
+
+void HTTPSecureSocket::TurnToProxy() {
+  Address = HTTPProxyAddress;
+  portBeforeProxy_ = Port;
+  Port = HTTPProxyPort == 0 ? _DefaultPort : HTTPProxyPort;
+}
+
+void HTTPSecureSocket::_ResetVariables() {
+  _pageBuffer = {};
+  _pageHeaders.reset();
+  _httpStatusCode = 0;
+  _totalLength = 0;
+  _currentLength = 0;
+  _pageComplete = false;
+}
+
+bool HTTPSecureSocket::_SetDownloadFile(const std::optional<FolderItem>& file) {
+  _KillDownloadStream();
+  if (!file) return true;
+  try {
+    _downloadStream.emplace(BinaryStream::Create(file, true));
+  } catch (const IOException&) {
+    SetError(TargetError);
+    return false;
+  }
+  _downloadFile = file;
+  return true;
+}
+
+void HTTPSecureSocket::_KillDownloadStream() {
+  _downloadStream.reset();
+  _downloadFile.reset();
+}
+
+void HTTPSecureSocket::Event_Connected() {
+  _connectionValid = true;
+  if (!Raise(Connected)) return;
+  if (_httpAction.empty()) _httpAction = "GET";
+  if (tunnelMode == 1) {
+    _SendConnect();
+  } else {
+    _SendRequest(_httpAction);
+  }
+}
+
+void HTTPSecureSocket::_SendRequest(const String& method) {
+  if (!requestHeaders) _InitializeRequestHeaders();
+  requestHeaders->SetHeader("Host", _server);
+  if (method == "HEAD") SetRequestContent("", "");
+  if (!IsBlank(_postContentType)) SetRequestHeader("Content-type", _postContentType);
+  if (!_postContent.empty()) {
+    SetRequestHeader("Content-length", Str(static_cast<std::int64_t>(_postContent.size())));
+  }
+  if (tunnelMode == 0 && !HTTPProxyAddress.empty()) _path = _processingURL;
+  String text = OnOneLine(method).append(" ").append(OnOneLine(_path));
+  text.append(Protocol).append(LineEnd).append(_AuthenticatedHeaders());
+  Write(text.append(LineEnd).append(LineEnd).append(_postContent));
+  requestHeaders->Delete("Content-Length");
+}
+
+String HTTPSecureSocket::_AuthenticatedHeaders() {
+  const std::pair<String, String> keys[] = {
+      {"Authorization", std::exchange(_authenticationKey, {})},
+      {"Proxy-Authorization", std::exchange(_proxyAuthenticationKey, {})}};
+  for (const auto& [name, key] : keys) {
+    if (!key.empty()) SetRequestHeader(name, key);
+  }
+  String headers = requestHeaders->_FormatHTTPHeaders();
+  for (const auto& [name, key] : keys) {
+    if (!key.empty()) requestHeaders->Delete(name);
+  }
+  return headers;
+}
+
+void HTTPSecureSocket::_SendConnect() {
+  constexpr std::string_view KeyName = "Proxy-Authorization";
+  String key = std::exchange(_proxyAuthenticationKey, {});
+  if (key.empty() && requestHeaders) key = requestHeaders->Value(KeyName);
+  String text = "CONNECT " + OnOneLine(TunnelTarget());
+  text.append(Protocol).append(LineEnd).append("Host: ").append(OnOneLine(_server));
+  if (!key.empty()) text.append(LineEnd).append(KeyName).append(": ").append(OnOneLine(key));
+  Write(text.append(LineEnd).append(LineEnd));
+}
+
+String HTTPSecureSocket::TunnelTarget() const {
+  const auto port = _urlPort != 0 ? _urlPort : portBeforeProxy_.value_or(_DefaultPort);
+  return PeerName + ':' + Str(port);
+}
+
+}  // namespace vintrace::online

@@ -1,0 +1,192 @@
+// Replies: what comes in, and when it is whole.
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "online/HTTPSecureSocket.h"
+#include "online/ReplyText.h"
+#include "platform/Exceptions.h"
+
+namespace vintrace::online {
+namespace {
+
+/// More than any server sends, and little enough to be searched again with each piece.
+constexpr std::size_t LongestHeaders = 65536;
+
+constexpr std::int64_t StatusOK = 200;
+constexpr std::int64_t StatusUnauthorized = 401;
+constexpr std::int64_t StatusProxyUnauthorized = 407;
+
+constexpr std::int64_t TicksPerSecond = 60;
+constexpr std::int64_t LongestWait = std::numeric_limits<std::int32_t>::max();
+
+}  // namespace
+
+/// Holds a flag of a socket that may be destroyed meanwhile.
+class HTTPSecureSocket::Protection {
+ public:
+  explicit Protection(HTTPSecureSocket& socket)
+      : life_(socket.Life()), flag_(socket.threadProtection) {
+    flag_ = true;
+  }
+  Protection(const Protection&) = delete;
+  Protection& operator=(const Protection&) = delete;
+  ~Protection() {
+    if (!life_.expired()) flag_ = false;
+  }
+
+ private:
+  std::weak_ptr<void> life_;
+  bool& flag_;
+};
+
+HTTPSecureSocket::HeadersPointer HTTPSecureSocket::PageHeaders() const {
+  return _pageHeaders && _pageHeaders->Count() > 0 ? _pageHeaders : nullptr;
+}
+
+void HTTPSecureSocket::Event_DataAvailable() { _HandleNewData(); }
+
+void HTTPSecureSocket::_HandleNewData() {
+  if (threadProtection) return;
+  const Protection protection(*this);
+  if (_pageHeaders) {
+    _ProcessData(ReadAll());
+  } else {
+    _ReceiveHeaders();
+  }
+}
+
+void HTTPSecureSocket::_ReceiveHeaders() {
+  const auto end = FindHeaderEnd(Lookahead());
+  if ((end ? end->position : Lookahead().size()) > LongestHeaders) return Fail(HeadersTooLong);
+  if (!end) return;
+  _ParseHeaders(Read(end->position));
+  if (tunnelMode == 1 && _httpStatusCode == StatusOK) return _OpenTunnel();
+  if (_AnswerChallenge()) return;
+  if (!Raise(HeadersReceived, _pageHeaders, _httpStatusCode)) return;
+  Read(end->blankLine);
+  _ProcessData(ReadAll());
+}
+
+void HTTPSecureSocket::_ParseHeaders(const String& text) {
+  _pageHeaders = std::make_shared<InternetHeaders>();
+  _httpStatusCode = StatusIn(text);
+  _pageHeaders->_ParseHeaders(text);
+  if (_pageHeaders->_HasHeader("Content-length")) {
+    _totalLength = Val(_pageHeaders->Value("Content-length"));
+  }
+}
+
+void HTTPSecureSocket::_OpenTunnel() {
+  ReadAll();
+  _ResetVariables();
+  _connectionValid = false;  // Until it is secure: what ends it before is a failure.
+  SetSecure(true);
+  tunnelMode = 2;
+}
+
+bool HTTPSecureSocket::_AnswerChallenge() {
+  const bool server = _httpStatusCode == StatusUnauthorized;
+  if (!server && _httpStatusCode != StatusProxyUnauthorized) return false;
+  const auto exchange = Exchange();
+  const bool answers = _SetAuthentication(server ? "WWW" : "Proxy");
+  if (exchange.expired()) return true;
+  if (answers) _DoConnect(_processingURL, _httpAction, _downloadFile);
+  return answers;
+}
+
+void HTTPSecureSocket::_ProcessData(const String& data) {
+  if (_httpAction == "HEAD") return;
+  _currentLength += static_cast<std::int64_t>(data.size());
+  if (!_Store(data)) return;
+  if (!Raise(ReceiveProgress, _currentLength, _totalLength, data)) return;
+  const bool refused =
+      _httpStatusCode == StatusUnauthorized || _httpStatusCode == StatusProxyUnauthorized;
+  if (refused && !IsConnected()) return _ProcessPage();
+  if (_totalLength < 1 || _currentLength < _totalLength) return;
+  HangUp();
+  _ProcessPage();
+}
+
+bool HTTPSecureSocket::_Store(const String& data) {
+  if (!_downloadStream) {
+    _pageBuffer.Append(data);
+    return true;
+  }
+  try {
+    _downloadStream->Write(data);
+    return true;
+  } catch (const IOException&) {
+    Fail(TargetError);
+    return false;
+  }
+}
+
+void HTTPSecureSocket::_ProcessPage() {
+  if (std::exchange(_pageComplete, true)) return;
+  if (!_Store(ReadAll())) return;
+  const auto file = _downloadFile;
+  _KillDownloadStream();
+  if (_httpAction == "HEAD") return;
+  if (file) {
+    Raise(DownloadComplete, _processingURL, _httpStatusCode, _pageHeaders, *file);
+  } else {
+    Raise(PageReceived, _processingURL, _httpStatusCode, _pageHeaders, Page());
+  }
+}
+
+void HTTPSecureSocket::Event_Error() {
+  const bool wasMade = _connectionValid;
+  const auto exchange = Exchange();
+  HangUp();
+  if (!wasMade) return SetError(LastErrorCode());
+  if (!Lookahead().empty()) _ProcessData(ReadAll());
+  if (!exchange.expired()) _ProcessPage();
+}
+
+void HTTPSecureSocket::HangUp() {
+  Close();
+  Purge();
+  _connectionValid = false;
+  // A tunnel that isn't open yet is not secure, but the next request is to be.
+  if (std::exchange(tunnelMode, 0) != 0) SetSecure(true);
+}
+
+void HTTPSecureSocket::Fail(int code) {
+  HangUp();
+  _KillDownloadStream();
+  _pageComplete = true;
+  SetError(code);
+}
+
+void HTTPSecureSocket::SetError(int code) {
+  mErrorCode = code;
+  Raise(Error, code);
+}
+
+void HTTPSecureSocket::WaitForPage() {
+  _pageComplete = false;
+  mErrorCode = NoError;
+  const auto life = Life();
+  const auto deadline = [this] {
+    return TheNetwork().Ticks() + std::min(timeoutSeconds, LongestWait) * TicksPerSecond;
+  };
+  auto end = deadline();
+  bool knownState = false;
+  std::size_t knownSize = 0;
+  while (true) {
+    Poll();
+    if (!life.expired() && Yield) TheNetwork().DoEvents();
+    if (life.expired() || _pageComplete || mErrorCode != NoError) return;
+    if (std::exchange(knownState, _connectionValid) != _connectionValid ||
+        std::exchange(knownSize, _pageBuffer.Size()) != _pageBuffer.Size()) {
+      end = deadline();
+    }
+    if (timeoutSeconds > 0 && end < TheNetwork().Ticks()) return Fail(TimedOut);
+    TheNetwork().GiveWay();
+    if (life.expired()) return;
+  }
+}
+
+}  // namespace vintrace::online

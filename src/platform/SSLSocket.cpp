@@ -1,0 +1,77 @@
+#include "platform/SSLSocket.h"
+
+#include <utility>
+
+namespace vintrace {
+
+SSLSocket::SSLSocket(Network& network) : network_(network) {}
+
+SSLSocket::~SSLSocket() = default;
+
+void SSLSocket::SetSecure(bool secure) {
+  const bool starts = secure && !secure_ && isConnected_;
+  secure_ = secure;
+  if (!starts) return;
+  isConnected_ = false;
+  connection_->StartTLS(CertificateName());
+}
+
+void SSLSocket::Connect() {
+  Close();
+  received_.clear();
+  lastError_ = SocketError::None;
+  connection_ = network_.NewConnection([this] { Poll(); });
+  connection_->Open(Address, Port, secure_ ? std::optional(CertificateName()) : std::nullopt);
+}
+
+void SSLSocket::Write(std::string_view bytes) {
+  if (connection_) connection_->Write(bytes);
+}
+
+String SSLSocket::Read(std::size_t count) {
+  String bytes = received_.substr(0, count);
+  received_.erase(0, count);
+  return bytes;
+}
+
+String SSLSocket::ReadAll() { return std::exchange(received_, {}); }
+
+void SSLSocket::Poll() {
+  const auto life = Life();
+  while (!life.expired() && connection_) {
+    const auto change = connection_->Next();
+    if (!change) return;
+    Raise(*change);
+  }
+}
+
+void SSLSocket::Raise(Connection::Change change) {
+  received_ += connection_->Take();
+  switch (change) {
+    case Connection::Change::Connected:
+      isConnected_ = true;
+      return Event_Connected();
+    case Connection::Change::DataAvailable:
+      return Event_DataAvailable();
+    case Connection::Change::SendComplete:
+      return Event_SendComplete();
+    case Connection::Change::Ended:
+      isConnected_ = false;
+      lastError_ = connection_->Error();
+      connection_.reset();
+      return Event_Error();
+  }
+}
+
+void SSLSocket::Purge() {
+  if (connection_) connection_->Purge();
+}
+
+void SSLSocket::Close() {
+  isConnected_ = false;
+  if (!connection_) return;
+  received_ += connection_->Take();
+  connection_.reset();
+}
+
+}  // namespace vintrace

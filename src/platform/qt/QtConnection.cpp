@@ -1,0 +1,167 @@
+#include "platform/qt/QtConnection.h"
+
+#include <QNetworkProxy>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QTimer>
+#include <algorithm>
+#include <utility>
+
+#include "platform/ExceptionHandling.h"
+#include "platform/qt/CertificateNames.h"
+
+namespace vintrace::qt {
+namespace {
+
+constexpr qint64 AtATime = 65536;  // Bytes that wait in the toolkit to leave.
+
+QString Text(const String& bytes) { return QString::fromUtf8(QByteArray::fromStdString(bytes)); }
+
+/// The one place that turns the toolkit's errors into ours.
+SocketError ErrorOf(QAbstractSocket::SocketError error) {
+  switch (error) {
+    case QAbstractSocket::RemoteHostClosedError:
+      return SocketError::Ended;
+    case QAbstractSocket::HostNotFoundError:
+      return SocketError::NameNotFound;
+    case QAbstractSocket::ConnectionRefusedError:
+      return SocketError::Refused;
+    case QAbstractSocket::NetworkError:
+    case QAbstractSocket::SocketTimeoutError:
+      return SocketError::Unreachable;
+    case QAbstractSocket::SslHandshakeFailedError:
+    case QAbstractSocket::SslInternalError:
+    case QAbstractSocket::SslInvalidUserDataError:
+      return SocketError::NotSecure;
+    default:
+      return SocketError::Other;
+  }
+}
+
+}  // namespace
+
+QtConnection::QtConnection(std::function<void()> changed, const int& waits)
+    : changed_(std::move(changed)), waits_(waits), socket_(std::make_unique<QSslSocket>()) {
+  socket_->setProtocol(QSsl::TlsV1_2OrLater);
+  socket_->setPeerVerifyMode(QSslSocket::VerifyPeer);
+  // An own proxy of the toolkit's, from the environment, is none of the caller's.
+  socket_->setProxy(QNetworkProxy::NoProxy);
+  Listen();
+}
+
+QtConnection::~QtConnection() {
+  // Says good-bye, as far as that needs no waiting.
+  if (!std::exchange(hasEnded_, true) && isOpen_) socket_->disconnectFromHost();
+}
+
+void QtConnection::Listen() {
+  QSslSocket* socket = socket_.get();
+  QObject::connect(socket, &QSslSocket::connected, [this] {
+    if (tlsName_.empty()) Tell(Change::Connected);
+  });
+  QObject::connect(socket, &QSslSocket::encrypted, [this] { Verify(); });
+  QObject::connect(socket, &QSslSocket::sslErrors, [this] { End(SocketError::NotTrusted); });
+  QObject::connect(socket, &QSslSocket::readyRead, [this] { Receive(); });
+  QObject::connect(socket, &QSslSocket::encryptedBytesWritten, [this] { Send(); });
+  QObject::connect(socket, &QSslSocket::bytesWritten, [this] { Send(); });
+  QObject::connect(socket, &QSslSocket::errorOccurred,
+                   [this](QAbstractSocket::SocketError error) { End(ErrorOf(error)); });
+  QObject::connect(socket, &QSslSocket::disconnected, [this] { End(SocketError::Ended); });
+}
+
+void QtConnection::Open(const String& host, std::int64_t port,
+                        const std::optional<String>& tlsName) {
+  constexpr std::int64_t LastPort = 65535;
+  if (port < 1 || port > LastPort) return End(SocketError::InvalidPort);
+  if (host.empty()) return End(SocketError::NameNotFound);
+  tlsName_ = tlsName.value_or(String());
+  const auto number = static_cast<quint16>(port);
+  if (tlsName) {
+    socket_->connectToHostEncrypted(Text(host), number, Text(*tlsName));
+  } else {
+    socket_->connectToHost(Text(host), number);
+  }
+}
+
+void QtConnection::StartTLS(const String& tlsName) {
+  isOpen_ = false;
+  Receive();
+  if (hasEnded_) return;
+  // What came in the clear must never be taken for what came through TLS.
+  if (!received_.empty()) return End(SocketError::NotSecure);
+  std::erase(changes_, Change::DataAvailable);
+  tlsName_ = tlsName;
+  socket_->setPeerVerifyName(Text(tlsName));
+  socket_->startClientEncryption();
+}
+
+void QtConnection::Verify() {
+  if (!HoldsFor(socket_->peerCertificate(), Text(tlsName_))) return End(SocketError::NotTrusted);
+  Tell(Change::Connected);
+}
+
+void QtConnection::Write(std::string_view bytes) {
+  toSend_ += bytes;
+  Send();
+}
+
+void QtConnection::Send() {
+  if (!isOpen_ || hasEnded_) return;
+  const qint64 waiting = socket_->bytesToWrite() + socket_->encryptedBytesToWrite();
+  if (toSend_.empty()) {
+    if (waiting == 0 && std::exchange(isSending_, false)) Tell(Change::SendComplete);
+    return;
+  }
+  const auto room = std::max(AtATime - waiting, qint64{0});
+  const auto count = std::min(toSend_.size(), static_cast<std::size_t>(room));
+  if (count == 0) return;
+  isSending_ = true;
+  socket_->write(toSend_.data(), static_cast<qint64>(count));
+  toSend_.erase(0, count);
+}
+
+void QtConnection::Receive() {
+  const QByteArray bytes = socket_->readAll();
+  if (bytes.isEmpty()) return;
+  received_.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+  Tell(Change::DataAvailable);
+}
+
+std::optional<Connection::Change> QtConnection::Next() {
+  if (changes_.empty()) return std::nullopt;
+  const Change change = changes_.front();
+  changes_.pop_front();
+  return change;
+}
+
+void QtConnection::Tell(Change change) {
+  if (hasEnded_) return;
+  if (change == Change::Connected) isOpen_ = true;
+  const bool isKnown = change == Change::DataAvailable && !changes_.empty() &&
+                       changes_.back() == Change::DataAvailable;
+  if (!isKnown) changes_.push_back(change);
+  Announce(0);
+}
+
+void QtConnection::Announce(int milliseconds) {
+  if (std::exchange(isAnnounced_, true)) return;
+  QTimer::singleShot(milliseconds, &context_, [this] {
+    constexpr int UntilTheWaitMayBeOver = 20;
+    isAnnounced_ = false;
+    if (waits_ > 0) return Announce(UntilTheWaitMayBeOver);
+    if (changes_.empty()) return;
+    const auto changed = changed_;  // It may destroy the connection.
+    _CallFunctionWithExceptionHandling(changed);
+  });
+}
+
+void QtConnection::End(SocketError error) {
+  if (hasEnded_) return;
+  Receive();
+  if (hasEnded_) return;
+  error_ = error;
+  Tell(Change::Ended);
+  hasEnded_ = true;
+}
+
+}  // namespace vintrace::qt
