@@ -4,7 +4,7 @@
 # What the programs need to be built and run, what the tests need beyond it, and what only the
 # benchmarks and the checks of the code itself need.
 BUILD_PACKAGES=(cmake g++ libexpat1-dev libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
-TEST_PACKAGES=(libgtest-dev openbox x11-utils xclip xdotool xvfb)
+TEST_PACKAGES=(apache2-bin libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
 BENCH_PACKAGES=(libbenchmark-dev strace time xvfb)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)
 
@@ -31,10 +31,22 @@ need_packages() {
     as_root=(sudo)
   fi
   echo "Installing ${missing[*]}" >&2
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update --quiet --quiet >&2
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install --yes --quiet --quiet \
-    --no-install-recommends "${missing[@]}" >&2
+  "${as_root[@]}" sh -c "$INSTALL" sh "${missing[@]}" >&2
 }
+
+# Servers among the packages, which tests start by themselves, are not to start as services.
+INSTALL='
+set -e
+policy=/usr/sbin/policy-rc.d
+if [ ! -e "$policy" ]; then
+  trap "rm -f $policy" EXIT
+  printf "#!/bin/sh\nexit 101\n" >"$policy"
+  chmod +x "$policy"
+fi
+export DEBIAN_FRONTEND=noninteractive
+apt-get update --quiet --quiet
+apt-get install --yes --quiet --quiet --no-install-recommends "$@"
+'
 
 # On a system without Debian's packages: goes on when what the build needs is there.
 need_commands() {

@@ -121,6 +121,7 @@ void QtConnection::Send() {
 }
 
 void QtConnection::Receive() {
+  if (!socket_->isOpen()) return;
   const QByteArray bytes = socket_->readAll();
   if (bytes.isEmpty()) return;
   received_.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
