@@ -6,6 +6,7 @@
 BUILD_PACKAGES=(cmake g++ libexpat1-dev libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
 TEST_PACKAGES=(apache2-bin libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
 BENCH_PACKAGES=(libbenchmark-dev strace time xvfb)
+FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)
 
 missing_packages() {
@@ -35,6 +36,7 @@ need_packages() {
 }
 
 # Servers among the packages, which tests start by themselves, are not to start as services.
+# shellcheck disable=SC2016  # A shell that may be the superuser's reads it.
 INSTALL='
 set -e
 policy=/usr/sbin/policy-rc.d

@@ -102,7 +102,7 @@ bool HTTPSecureSocket::SendRequest(const String& method, const String& url, cons
 }
 String HTTPSecureSocket::SendRequest(const String& method, const String& url,
                                      std::int64_t timeout) {
-  return Complete(method, url, std::nullopt, timeout) ? Page() : String();
+  return Complete(method, url, std::nullopt, timeout) ? TakePage() : String();
 }
 
 bool HTTPSecureSocket::Complete(const String& method, const String& url,
@@ -118,9 +118,8 @@ bool HTTPSecureSocket::Complete(const String& method, const String& url,
   return isUnderWay;
 }
 
-String HTTPSecureSocket::Page() const {
-  return _currentLength < 1 ? String()
-                            : _pageBuffer.StringValue(static_cast<std::size_t>(_currentLength));
+String HTTPSecureSocket::TakePage() {
+  return _currentLength < 1 ? String() : _pageBuffer.Take(static_cast<std::size_t>(_currentLength));
 }
 
 bool HTTPSecureSocket::_DoConnect(String url, String method, std::optional<FolderItem> file) {

@@ -14,6 +14,9 @@ namespace {
 /// More than any server sends, and little enough to be searched again with each piece.
 constexpr std::size_t LongestHeaders = 65536;
 
+/// Room is made for so many bytes of a page before they come.
+constexpr std::int64_t MostExpected = 64 << 20;
+
 constexpr std::int64_t StatusOK = 200;
 constexpr std::int64_t StatusUnauthorized = 401;
 constexpr std::int64_t StatusProxyUnauthorized = 407;
@@ -75,6 +78,7 @@ void HTTPSecureSocket::_ParseHeaders(const String& text) {
   _pageHeaders->_ParseHeaders(text);
   if (_pageHeaders->_HasHeader("Content-length")) {
     _totalLength = Val(_pageHeaders->Value("Content-length"));
+    _pageBuffer.Expect(static_cast<std::size_t>(std::min(_totalLength, MostExpected)));
   }
 }
 
@@ -128,11 +132,11 @@ void HTTPSecureSocket::_ProcessPage() {
   if (!_Store(ReadAll())) return;
   const auto file = _downloadFile;
   _KillDownloadStream();
-  if (_httpAction == "HEAD") return;
+  if (_httpAction == "HEAD" || synchronous) return;
   if (file) {
     Raise(DownloadComplete, _processingURL, _httpStatusCode, _pageHeaders, *file);
   } else {
-    Raise(PageReceived, _processingURL, _httpStatusCode, _pageHeaders, Page());
+    Raise(PageReceived, _processingURL, _httpStatusCode, _pageHeaders, TakePage());
   }
 }
 

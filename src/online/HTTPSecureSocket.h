@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <tuple>
 
 #include "online/InternetHeaders.h"
 #include "platform/BinaryStream.h"
@@ -137,7 +138,8 @@ class HTTPSecureSocket : public SSLSocket {
   /// False when there is no page that could be looked at.
   bool Complete(const String& method, const String& url, const std::optional<FolderItem>& file,
                 std::int64_t timeout);
-  String Page() const;
+  /// The page in memory, which is given once.
+  String TakePage();
 
   // The reply.
   void _HandleNewData();
@@ -158,11 +160,13 @@ class HTTPSecureSocket : public SSLSocket {
   std::weak_ptr<int> Exchange() const { return exchange_; }
   /// Raises an event of a request that doesn't block. False when `Exchange` has expired with it.
   template <class Event, class... Arguments>
-  bool Raise(const Event& event, Arguments... arguments) {
+  bool Raise(const Event& event, const Arguments&... arguments) {
     if (synchronous || !event) return true;
     const auto exchange = Exchange();
-    const Event handler = event;  // The socket's own may go while it runs.
-    handler(arguments...);
+    // What belongs to the socket may go while the handler runs.
+    const Event handler = event;
+    const std::tuple<Arguments...> copies(arguments...);
+    std::apply(handler, copies);
     return !exchange.expired();
   }
 

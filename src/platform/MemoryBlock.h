@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <utility>
 
 #include "platform/String.h"
 
@@ -16,8 +17,15 @@ class MemoryBlock {
   /// In time that grows with `bytes` alone, taken over many calls.
   void Append(std::string_view bytes) { bytes_ += bytes; }
 
-  /// The first `count` bytes; all when there are fewer.
-  String StringValue(std::size_t count) const { return bytes_.substr(0, count); }
+  /// Makes room for `count` bytes in all, which takes no memory before they come.
+  void Expect(std::size_t count) { bytes_.reserve(count); }
+
+  /// The first `count` bytes, or all when there are fewer. The block is empty then.
+  String Take(std::size_t count) {
+    String bytes = std::exchange(bytes_, {});
+    if (bytes.size() > count) bytes.resize(count);
+    return bytes;
+  }
 
  private:
   String bytes_;

@@ -45,8 +45,16 @@ void SSLSocket::Poll() {
   }
 }
 
+void SSLSocket::TakeReceived() {
+  if (received_.empty()) {
+    received_ = connection_->Take();
+  } else {
+    received_ += connection_->Take();
+  }
+}
+
 void SSLSocket::Raise(Connection::Change change) {
-  received_ += connection_->Take();
+  TakeReceived();
   switch (change) {
     case Connection::Change::Connected:
       isConnected_ = true;
@@ -70,7 +78,7 @@ void SSLSocket::Purge() {
 void SSLSocket::Close() {
   isConnected_ = false;
   if (!connection_) return;
-  received_ += connection_->Take();
+  TakeReceived();
   connection_.reset();
 }
 

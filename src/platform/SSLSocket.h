@@ -73,6 +73,7 @@ class SSLSocket {
 
  private:
   const String& CertificateName() const { return PeerName.empty() ? Address : PeerName; }
+  void TakeReceived();
   void Raise(Connection::Change change);
 
   Network& network_;

@@ -5,6 +5,7 @@
 #include <QSslConfiguration>
 #include <QTimer>
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/ExceptionHandling.h"
@@ -13,7 +14,7 @@
 namespace vintrace::qt {
 namespace {
 
-constexpr qint64 AtATime = 65536;  // Bytes that wait in the toolkit to leave.
+constexpr qint64 AtATime = 65536;  // Bytes.
 
 QString Text(const String& bytes) { return QString::fromUtf8(QByteArray::fromStdString(bytes)); }
 
@@ -122,9 +123,12 @@ void QtConnection::Send() {
 
 void QtConnection::Receive() {
   if (!socket_->isOpen()) return;
-  const QByteArray bytes = socket_->readAll();
-  if (bytes.isEmpty()) return;
-  received_.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+  std::array<char, AtATime> bytes;
+  qint64 count = socket_->read(bytes.data(), AtATime);
+  if (count <= 0) return;
+  for (; count > 0; count = socket_->read(bytes.data(), AtATime)) {
+    received_.append(bytes.data(), static_cast<std::size_t>(count));
+  }
   Tell(Change::DataAvailable);
 }
 
@@ -141,16 +145,17 @@ void QtConnection::Tell(Change change) {
   const bool isKnown = change == Change::DataAvailable && !changes_.empty() &&
                        changes_.back() == Change::DataAvailable;
   if (!isKnown) changes_.push_back(change);
-  Announce(0);
+  Announce();
 }
 
-void QtConnection::Announce(int milliseconds) {
+// Who waits asks by himself, and what comes meanwhile is announced behind the wait.
+void QtConnection::Announce() {
+  constexpr int UntilTheWaitMayBeOver = 20;
   if (std::exchange(isAnnounced_, true)) return;
-  QTimer::singleShot(milliseconds, &context_, [this] {
-    constexpr int UntilTheWaitMayBeOver = 20;
+  QTimer::singleShot(waits_ > 0 ? UntilTheWaitMayBeOver : 0, &context_, [this] {
     isAnnounced_ = false;
-    if (waits_ > 0) return Announce(UntilTheWaitMayBeOver);
     if (changes_.empty()) return;
+    if (waits_ > 0) return Announce();
     const auto changed = changed_;  // It may destroy the connection.
     _CallFunctionWithExceptionHandling(changed);
   });

@@ -36,7 +36,7 @@ class QtConnection : public Connection {
   void Tell(Change change);
   void End(SocketError error);
   /// Has `changed` called from the event loop.
-  void Announce(int milliseconds);
+  void Announce();
 
   std::function<void()> changed_;
   const int& waits_;

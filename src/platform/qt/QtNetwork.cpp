@@ -2,9 +2,7 @@
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
-#include <QEventLoop>
 #include <QRandomGenerator>
-#include <QTimer>
 #include <chrono>
 #include <utility>
 
@@ -17,12 +15,12 @@ std::unique_ptr<Connection> QtNetwork::NewConnection(std::function<void()> chang
 }
 
 void QtNetwork::GiveWay() {
-  constexpr std::chrono::milliseconds Pause(5);
-  QEventLoop loop;
-  QTimer::singleShot(Pause, &loop, [] {});
+  constexpr std::chrono::milliseconds Pause(10);
+  pause_.start(Pause);
   ++waits_;
-  loop.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+  loop_.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
   --waits_;
+  pause_.stop();
 }
 
 void QtNetwork::DoEvents() { QCoreApplication::processEvents(); }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QEventLoop>
+#include <QTimer>
 #include <memory>
 
 #include "platform/Network.h"
@@ -18,6 +20,8 @@ class QtNetwork : public Network {
 
  private:
   int waits_ = 0;
+  QEventLoop loop_;
+  QTimer pause_;  // Ends a wait in which nothing happens.
 };
 
 }  // namespace vintrace::qt

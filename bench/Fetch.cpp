@@ -1,0 +1,126 @@
+// Pages over TLS from nginx on this machine, beside curl on the same pages in the same run.
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QSslConfiguration>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <functional>
+#include <vector>
+
+#include "online/HTTPSecureSocket.h"
+#include "peers/Servers.h"
+#include "peers/TlsServer.h"
+#include "platform/qt/QtNetwork.h"
+#include "support/TemporaryFolder.h"
+
+namespace vintrace::bench {
+namespace {
+
+using Seconds = std::chrono::duration<double>;
+using online::HTTPSecureSocket;
+
+constexpr std::int64_t Patience = 60;
+
+/// What curl takes, by its own account: from looking the host up to the last byte.
+Seconds Curl(const std::string& root, const QStringList& arguments) {
+  QProcess process;
+  process.start("curl",
+                QStringList{"--silent", "--noproxy", "*", "--http1.0", "--cacert",
+                            QString::fromStdString(root), "--write-out", "%{stderr}%{time_total}"} +
+                    arguments);
+  process.waitForFinished();
+  return Seconds(process.readAllStandardError().toDouble());
+}
+
+Seconds Timed(const std::function<bool()>& operation) {
+  const auto begin = std::chrono::steady_clock::now();
+  if (!operation()) std::fputs("A page didn't come whole.\n", stderr);
+  return std::chrono::steady_clock::now() - begin;
+}
+
+Seconds Median(std::vector<Seconds> times) {
+  std::ranges::sort(times);
+  return times[times.size() / 2];
+}
+
+/// Both in turns, so that what else the machine does falls on both.
+void Compare(const char* name, int rounds, const std::function<bool()>& ours,
+             const std::function<Seconds()>& curls) {
+  std::vector<Seconds> our;
+  std::vector<Seconds> their;
+  for (int round = 0; round < rounds; ++round) {
+    our.push_back(Timed(ours));
+    their.push_back(curls());
+  }
+  const auto us = Median(our);
+  const auto them = Median(their);
+  std::printf("%-28s %8.2f ms   curl %8.2f ms   ratio %.2f\n", name, us.count() * 1000,
+              them.count() * 1000, us / them);
+}
+
+double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+
+void Run() {
+  const test::TemporaryFolder folder;
+  const test::Authority authority(folder.Path(), "Root");
+  const test::Certificate certificate = authority.Sign("localhost");
+  const std::string root = authority.Root();
+  auto configuration = QSslConfiguration::defaultConfiguration();
+  configuration.addCaCertificates(QString::fromStdString(root));
+  QSslConfiguration::setDefaultConfiguration(configuration);
+  const test::Nginx nginx(folder.Path(), certificate);
+  qt::QtNetwork network;
+
+  const String large = nginx.Tls13("/large");
+  const auto largeUrl = QString::fromStdString(large);
+  const FolderItem file = folder.Item("ours");
+  const auto curlsFile = QString::fromStdString(folder.Path() / "curls");
+  constexpr std::size_t Whole = 50 << 20;
+  Compare(
+      "50 MB to memory", 9,
+      [&] { return HTTPSecureSocket(network).Get(large, Patience).size() == Whole; },
+      [&] {
+        return Curl(root, {"--output", "/dev/null", largeUrl});
+      });
+  Compare(
+      "50 MB to a file", 9, [&] { return HTTPSecureSocket(network).Get(large, file, Patience); },
+      [&] {
+        return Curl(root, {"--output", curlsFile, largeUrl});
+      });
+
+  const String echo = nginx.Tls13("/echo");
+  Dictionary<String> form;
+  form.Set("app_id", "3");
+  form.Set("ver", "120");
+  form.Set("regi", "Vintrace");
+  Compare(
+      "POST of three fields", 101,
+      [&] {
+        HTTPSecureSocket socket(network);
+        socket.SetFormData(form);
+        return !socket.Post(echo, Patience).empty();
+      },
+      [&] {
+        return Curl(root, {"--output", "/dev/null", "--data", "app%5Fid=3&ver=120&regi=Vintrace",
+                           QString::fromStdString(echo)});
+      });
+
+  test::TlsServer silent(certificate);
+  silent.Expect({.pieces = {"late"}, .pause = std::chrono::seconds(10)});
+  const double before = ProcessorSeconds();
+  const auto waited = Timed([&] { return HTTPSecureSocket(network).Get(silent.URL(), 5).empty(); });
+  std::printf("%-28s %8.2f %% of a core\n", "waiting for 5 s",
+              100 * (ProcessorSeconds() - before) / waited.count());
+}
+
+}  // namespace
+}  // namespace vintrace::bench
+
+int main(int argc, char* argv[]) {
+  const QCoreApplication application(argc, argv);
+  vintrace::bench::Run();
+  return 0;
+}
