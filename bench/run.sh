@@ -146,5 +146,7 @@ heading "Start to first window, against the smallest program"
 start_to_window
 heading "200 documents at once, against as many plain windows"
 many_documents
+heading "Pages over TLS from this machine, against curl"
+"$programs/fetch"
 heading "The inspection and its operations by themselves"
 "$programs/inspection_bench"

@@ -5,7 +5,7 @@
 # benchmarks and the checks of the code itself need.
 BUILD_PACKAGES=(cmake g++ libexpat1-dev libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
 TEST_PACKAGES=(apache2-bin libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
-BENCH_PACKAGES=(libbenchmark-dev strace time xvfb)
+BENCH_PACKAGES=(curl libbenchmark-dev libssl-dev nginx-light strace time xvfb)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)
 
