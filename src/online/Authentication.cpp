@@ -1,5 +1,7 @@
 #include "online/Authentication.h"
 
+#include <algorithm>
+
 #include "platform/Encodings.h"
 
 namespace vintrace::online {

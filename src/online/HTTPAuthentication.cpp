@@ -1,5 +1,7 @@
 // Answers to a server or proxy that wants to know who asks.
 
+#include <utility>
+
 #include "online/Authentication.h"
 #include "online/HTTPSecureSocket.h"
 
@@ -7,6 +9,7 @@ namespace vintrace::online {
 
 bool HTTPSecureSocket::_SetAuthentication(std::string_view kind) {
   const bool proxy = kind == "Proxy";
+  if (tunnelMode == 1 && !proxy) return false;  // The server hasn't been asked for anything yet.
   auto challenge = ParseChallenge(_pageHeaders->Value(String(kind) + "-Authenticate"));
   auto& parameters = challenge.parameters;
   // What the proxy is asked for is the tunnel, and not what goes through it.

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "online/HTTPSecureSocket.h"
+#include "online/LineEnds.h"
 #include "online/RequestText.h"
 #include "platform/Exceptions.h"
-#include "platform/TextStreams.h"
 
 namespace vintrace::online {
 namespace {
@@ -73,7 +73,7 @@ String HTTPSecureSocket::Get(const String& url, std::int64_t timeout) {
 void HTTPSecureSocket::GetHeaders(const String& url) { SendRequest("HEAD", url); }
 HTTPSecureSocket::HeadersPointer HTTPSecureSocket::GetHeaders(const String& url,
                                                               std::int64_t timeout) {
-  return Complete("HEAD", url, std::nullopt, timeout) ? _pageHeaders : nullptr;
+  return SendAndWait("HEAD", url, std::nullopt, timeout) ? _pageHeaders : nullptr;
 }
 
 void HTTPSecureSocket::Post(const String& url) { SendRequest("POST", url); }
@@ -98,15 +98,15 @@ void HTTPSecureSocket::SendRequest(const String& method, const String& url,
 }
 bool HTTPSecureSocket::SendRequest(const String& method, const String& url, const FolderItem& file,
                                    std::int64_t timeout) {
-  return Complete(method, url, file, timeout) && mErrorCode == NoError;
+  return SendAndWait(method, url, file, timeout) && mErrorCode == NoError;
 }
 String HTTPSecureSocket::SendRequest(const String& method, const String& url,
                                      std::int64_t timeout) {
-  return Complete(method, url, std::nullopt, timeout) ? TakePage() : String();
+  return SendAndWait(method, url, std::nullopt, timeout) ? TakePage() : String();
 }
 
-bool HTTPSecureSocket::Complete(const String& method, const String& url,
-                                const std::optional<FolderItem>& file, std::int64_t timeout) {
+bool HTTPSecureSocket::SendAndWait(const String& method, const String& url,
+                                   const std::optional<FolderItem>& file, std::int64_t timeout) {
   timeoutSeconds = timeout;
   synchronous = true;
   const auto life = Life();
@@ -125,6 +125,7 @@ String HTTPSecureSocket::TakePage() {
 bool HTTPSecureSocket::_DoConnect(String url, String method, std::optional<FolderItem> file) {
   HangUp();
   exchange_ = std::make_shared<int>();
+  threadProtection = false;
   mErrorCode = NoError;
   _ParseURL(url);
   _processingURL = std::move(url);
@@ -143,7 +144,8 @@ bool HTTPSecureSocket::_DoConnect(String url, String method, std::optional<Folde
 }
 
 void HTTPSecureSocket::_ParseURL(const String& url) {
-  if (portBeforeProxy_) Port = *std::exchange(portBeforeProxy_, std::nullopt);
+  if (ports_ && Port == ports_->ofProxy) Port = ports_->ofCaller;
+  ports_.reset();
   const RequestURL parts = SplitURL(url);
   _server = parts.server;
   _path = parts.path;
@@ -153,13 +155,14 @@ void HTTPSecureSocket::_ParseURL(const String& url) {
   } else if (Port == 0) {
     _urlPort = Port = _DefaultPort;
   }
-  Address = PeerName = parts.host;
+  Address = parts.host;
+  PeerName = parts.host;
 }
 
 void HTTPSecureSocket::TurnToProxy() {
   Address = HTTPProxyAddress;
-  portBeforeProxy_ = Port;
-  Port = HTTPProxyPort == 0 ? _DefaultPort : HTTPProxyPort;
+  ports_ = {.ofCaller = Port, .ofProxy = HTTPProxyPort == 0 ? _DefaultPort : HTTPProxyPort};
+  Port = ports_->ofProxy;
 }
 
 void HTTPSecureSocket::_ResetVariables() {
@@ -193,23 +196,20 @@ void HTTPSecureSocket::Event_Connected() {
   _connectionValid = true;
   if (!Raise(Connected)) return;
   if (_httpAction.empty()) _httpAction = "GET";
-  if (tunnelMode == 1) {
-    _SendConnect();
-  } else {
-    _SendRequest(_httpAction);
-  }
+  _SendRequest(tunnelMode == 1 ? "CONNECT" : _httpAction);
 }
 
 void HTTPSecureSocket::_SendRequest(const String& method) {
+  if (TextEquals(method, "CONNECT")) return _SendConnect();
   if (!requestHeaders) _InitializeRequestHeaders();
   requestHeaders->SetHeader("Host", _server);
-  if (method == "HEAD") SetRequestContent("", "");
+  if (IsHead(method)) SetRequestContent("", "");
   if (!IsBlank(_postContentType)) SetRequestHeader("Content-type", _postContentType);
   if (!_postContent.empty()) {
     SetRequestHeader("Content-length", Str(static_cast<std::int64_t>(_postContent.size())));
   }
   if (tunnelMode == 0 && !HTTPProxyAddress.empty()) _path = _processingURL;
-  String text = OnOneLine(method).append(" ").append(OnOneLine(_path));
+  String text = WithoutLineEnds(method).append(" ").append(WithoutLineEnds(_path));
   text.append(Protocol).append(LineEnd).append(_AuthenticatedHeaders());
   Write(text.append(LineEnd).append(LineEnd).append(_postContent));
   requestHeaders->Delete("Content-Length");
@@ -233,15 +233,15 @@ void HTTPSecureSocket::_SendConnect() {
   constexpr std::string_view KeyName = "Proxy-Authorization";
   String key = std::exchange(_proxyAuthenticationKey, {});
   if (key.empty() && requestHeaders) key = requestHeaders->Value(KeyName);
-  String text = "CONNECT " + OnOneLine(TunnelTarget());
-  text.append(Protocol).append(LineEnd).append("Host: ").append(OnOneLine(_server));
-  if (!key.empty()) text.append(LineEnd).append(KeyName).append(": ").append(OnOneLine(key));
+  String text = "CONNECT " + WithoutLineEnds(TunnelTarget());
+  text.append(Protocol).append(LineEnd).append("Host: ").append(WithoutLineEnds(_server));
+  if (!key.empty()) text.append(LineEnd).append(KeyName).append(": ").append(WithoutLineEnds(key));
   Write(text.append(LineEnd).append(LineEnd));
 }
 
 String HTTPSecureSocket::TunnelTarget() const {
-  const auto port = _urlPort != 0 ? _urlPort : portBeforeProxy_.value_or(_DefaultPort);
-  return PeerName + ':' + Str(port);
+  const auto port = _urlPort != 0 ? _urlPort : ports_ ? ports_->ofCaller : Port;
+  return PeerName.value_or(Address) + ':' + Str(port);
 }
 
 }  // namespace vintrace::online

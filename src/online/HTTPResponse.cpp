@@ -26,21 +26,21 @@ constexpr std::int64_t LongestWait = std::numeric_limits<std::int32_t>::max();
 
 }  // namespace
 
-/// Holds a flag of a socket that may be destroyed meanwhile.
+/// Holds the flag of a request that may be over meanwhile.
 class HTTPSecureSocket::Protection {
  public:
   explicit Protection(HTTPSecureSocket& socket)
-      : life_(socket.Life()), flag_(socket.threadProtection) {
+      : exchange_(socket.Exchange()), flag_(socket.threadProtection) {
     flag_ = true;
   }
   Protection(const Protection&) = delete;
   Protection& operator=(const Protection&) = delete;
   ~Protection() {
-    if (!life_.expired()) flag_ = false;
+    if (!exchange_.expired()) flag_ = false;
   }
 
  private:
-  std::weak_ptr<void> life_;
+  std::weak_ptr<int> exchange_;
   bool& flag_;
 };
 
@@ -101,7 +101,7 @@ bool HTTPSecureSocket::_AnswerChallenge() {
 }
 
 void HTTPSecureSocket::_ProcessData(const String& data) {
-  if (_httpAction == "HEAD") return;
+  if (IsHead(_httpAction)) return;
   _currentLength += static_cast<std::int64_t>(data.size());
   if (!_Store(data)) return;
   if (!Raise(ReceiveProgress, _currentLength, _totalLength, data)) return;
@@ -132,7 +132,7 @@ void HTTPSecureSocket::_ProcessPage() {
   if (!_Store(ReadAll())) return;
   const auto file = _downloadFile;
   _KillDownloadStream();
-  if (_httpAction == "HEAD" || synchronous) return;
+  if (IsHead(_httpAction) || synchronous) return;
   if (file) {
     Raise(DownloadComplete, _processingURL, _httpStatusCode, _pageHeaders, *file);
   } else {
@@ -144,14 +144,13 @@ void HTTPSecureSocket::Event_Error() {
   const bool wasMade = _connectionValid;
   const auto exchange = Exchange();
   HangUp();
-  if (!wasMade) return SetError(LastErrorCode());
+  if (!wasMade) return Fail(LastErrorCode());
   if (!Lookahead().empty()) _ProcessData(ReadAll());
   if (!exchange.expired()) _ProcessPage();
 }
 
 void HTTPSecureSocket::HangUp() {
   Close();
-  Purge();
   _connectionValid = false;
   // A tunnel that isn't open yet is not secure, but the next request is to be.
   if (std::exchange(tunnelMode, 0) != 0) SetSecure(true);

@@ -21,10 +21,12 @@ namespace vintrace::online {
 /// page: no redirect is followed, and no body decoded. A page ends with its Content-length, or else
 /// with the connection, wherever that comes.
 ///
-/// What blocks returns when the page is complete, with an error, or when the connection has been
-/// silent for a time. Everything else returns at once and raises events, from the event loop. There
-/// is one request at a time: the next one abandons what is under way. A socket may be destroyed at
-/// any time, in its own events too.
+/// What blocks returns when the page is complete, with an error, or when for a time neither the
+/// connection nor a page in memory has moved on; a download or a HEAD request has to be over within
+/// that time from the connection on. Everything else returns at once and raises events, from the
+/// event loop, but for the error of a file that can't be made. There is one request at a time: the
+/// next one abandons what is under way. A socket may be used again and destroyed at any time, in
+/// its own events too.
 class HTTPSecureSocket : public SSLSocket {
  public:
   using HeadersPointer = std::shared_ptr<InternetHeaders>;
@@ -136,12 +138,13 @@ class HTTPSecureSocket : public SSLSocket {
   /// Host and port of the tunnel's other end.
   String TunnelTarget() const;
   /// False when there is no page that could be looked at.
-  bool Complete(const String& method, const String& url, const std::optional<FolderItem>& file,
-                std::int64_t timeout);
+  bool SendAndWait(const String& method, const String& url, const std::optional<FolderItem>& file,
+                   std::int64_t timeout);
   /// The page in memory, which is given once.
   String TakePage();
 
   // The reply.
+  static bool IsHead(std::string_view method) { return TextEquals(method, "HEAD"); }
   void _HandleNewData();
   void _ReceiveHeaders();
   void _ParseHeaders(const String& text);
@@ -197,7 +200,11 @@ class HTTPSecureSocket : public SSLSocket {
   String _server;
   std::int64_t _totalLength = 0;
   std::int64_t _urlPort = 0;
-  std::optional<std::int64_t> portBeforeProxy_;  // While `Port` is the proxy's.
+  struct Ports {
+    std::int64_t ofCaller = 0;
+    std::int64_t ofProxy = 0;
+  };
+  std::optional<Ports> ports_;  // While `Port` may be the proxy's.
   std::shared_ptr<int> exchange_ = std::make_shared<int>();
 };
 

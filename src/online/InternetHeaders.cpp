@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "online/RequestText.h"
-
 namespace vintrace::online {
 namespace {
 
@@ -17,7 +15,7 @@ String KeyFor(std::string_view name, std::int64_t index) {
 }
 
 String Line(std::string_view name, std::string_view value) {
-  return OnOneLine(name) + ": " + OnOneLine(value);
+  return WithoutLineEnds(name) + ": " + WithoutLineEnds(value);
 }
 
 /// Joins lines as they are added.
@@ -44,13 +42,6 @@ std::string_view WithoutLeadingSpace(std::string_view text) {
 }
 
 }  // namespace
-
-std::string_view DetermineEOLCharacter(std::string_view text) {
-  for (const std::string_view end : {LineEnd, std::string_view("\n"), std::string_view("\r")}) {
-    if (text.find(end) != std::string_view::npos) return end;
-  }
-  return LineEnd;
-}
 
 String InternetHeaders::Name(std::int64_t position) const {
   return String(NameIn(_Headers[static_cast<std::size_t>(position)].first));

@@ -2,15 +2,12 @@
 
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
+#include "online/LineEnds.h"
 #include "platform/Dictionary.h"
 #include "platform/String.h"
 
 namespace vintrace::online {
-
-/// CR LF if `text` has one anywhere, or else LF if it has one, or else CR; CR LF if it has none.
-std::string_view DetermineEOLCharacter(std::string_view text);
 
 /// Header lines of a message: names, compared without regard to ASCII case, with one or more values
 /// each. Names and values are bytes as they are. The values of one name have the indices 0, 1, 2 …;

@@ -1,6 +1,6 @@
 #include "online/ReplyText.h"
 
-#include "online/InternetHeaders.h"
+#include "online/LineEnds.h"
 #include "platform/String.h"
 
 namespace vintrace::online {

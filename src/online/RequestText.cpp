@@ -51,6 +51,4 @@ String EncodeFields(const Dictionary<String>& form) {
   return fields.empty() ? fields : fields.substr(1);
 }
 
-String OnOneLine(std::string_view text) { return ReplaceAll(ReplaceAll(text, "\r", ""), "\n", ""); }
-
 }  // namespace vintrace::online

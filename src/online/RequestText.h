@@ -28,7 +28,4 @@ String EncodeURLString(std::string_view text);
 /// The fields of `form` in their order, as application/x-www-form-urlencoded.
 String EncodeFields(const Dictionary<String>& form);
 
-/// `text` without carriage returns and line feeds, which would begin another line of a request.
-String OnOneLine(std::string_view text);
-
 }  // namespace vintrace::online

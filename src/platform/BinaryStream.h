@@ -39,7 +39,7 @@ class BinaryStream {
   /// the file, none behind it; that is no error.
   String Read(std::size_t count);
 
-  /// Writes all of `bytes` from Position, which moves on by as many.
+  /// Writes all of `bytes` behind what was written before.
   void Write(std::string_view bytes);
 
   /// True when Position has reached the end of the file: as long as it is at this moment, but not

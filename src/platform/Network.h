@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -41,7 +40,7 @@ class Connection {
 
   /// Queues bytes.
   virtual void Write(std::string_view bytes) = 0;
-  /// Drops what is queued and hasn't left.
+  /// Drops what is queued, but for what the system has taken over already.
   virtual void Purge() = 0;
   /// What has come since the last call.
   virtual String Take() = 0;

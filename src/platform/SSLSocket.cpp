@@ -9,10 +9,14 @@ SSLSocket::SSLSocket(Network& network) : network_(network) {}
 SSLSocket::~SSLSocket() = default;
 
 void SSLSocket::SetSecure(bool secure) {
-  const bool starts = secure && !secure_ && isConnected_;
   secure_ = secure;
-  if (!starts) return;
+  if (secure_ && isPlain_ && isConnected_) StartTLS();
+}
+
+void SSLSocket::StartTLS() {
   isConnected_ = false;
+  isPlain_ = false;
+  received_.clear();
   connection_->StartTLS(CertificateName());
 }
 
@@ -20,6 +24,8 @@ void SSLSocket::Connect() {
   Close();
   received_.clear();
   lastError_ = SocketError::None;
+  isPlain_ = !secure_;
+  ++number_;
   connection_ = network_.NewConnection([this] { Poll(); });
   connection_->Open(Address, Port, secure_ ? std::optional(CertificateName()) : std::nullopt);
 }
@@ -36,11 +42,31 @@ String SSLSocket::Read(std::size_t count) {
 
 String SSLSocket::ReadAll() { return std::exchange(received_, {}); }
 
+/// Marks the connection of which an event runs. The socket may go meanwhile.
+class SSLSocket::Raising {
+ public:
+  explicit Raising(SSLSocket& socket)
+      : socket_(socket), life_(socket.life_), before_(socket.raising_) {
+    socket.raising_ = socket.number_;
+  }
+  Raising(const Raising&) = delete;
+  Raising& operator=(const Raising&) = delete;
+  ~Raising() {
+    if (!life_.expired()) socket_.raising_ = before_;
+  }
+
+ private:
+  SSLSocket& socket_;
+  std::weak_ptr<void> life_;
+  std::int64_t before_;
+};
+
 void SSLSocket::Poll() {
   const auto life = Life();
-  while (!life.expired() && connection_) {
+  while (!life.expired() && connection_ && raising_ != number_) {
     const auto change = connection_->Next();
     if (!change) return;
+    const Raising raising(*this);
     Raise(*change);
   }
 }
@@ -57,6 +83,8 @@ void SSLSocket::Raise(Connection::Change change) {
   TakeReceived();
   switch (change) {
     case Connection::Change::Connected:
+      // Made secure while it was connecting.
+      if (secure_ && isPlain_) return StartTLS();
       isConnected_ = true;
       return Event_Connected();
     case Connection::Change::DataAvailable:

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "platform/Network.h"
 #include "platform/String.h"
@@ -23,14 +24,14 @@ class SSLSocket {
   /// The host to connect to, by name or address, and its port, 0 until it is set.
   String Address;
   std::int64_t Port = 0;
-  /// The host that has to show a certificate; empty: `Address`. Another one behind a proxy.
-  String PeerName;
+  /// The host that has to show a certificate; nil: `Address`. Another one behind a proxy.
+  std::optional<String> PeerName;
   /// Which TLS is spoken. Here it is 1.2 or newer, whatever the number.
   int ConnectionType = 0;
 
   /// True: TLS on this connection. Set on a connected plain socket, it starts TLS there, and
-  /// `Event_Connected` comes again when the handshake is done. Bytes that have come before it and
-  /// haven't been read end the connection instead.
+  /// `Event_Connected` comes again when the handshake is done. What has come before and hasn't been
+  /// read is dropped; what comes before the handshake begins ends the connection.
   bool Secure() const { return secure_; }
   void SetSecure(bool secure);
 
@@ -46,9 +47,10 @@ class SSLSocket {
   String Read(std::size_t count);
   String ReadAll();
 
-  /// Raises what has happened.
+  /// Raises what has happened, one after the other: what happens to a connection while one of its
+  /// events runs is raised when that has returned, also if the event polls.
   void Poll();
-  /// Drops what is queued and hasn't left.
+  /// Drops what is queued, but for what the system has taken over already.
   void Purge();
   /// Ends the connection. What has come stays to be read; no event of it comes any more.
   void Close();
@@ -72,7 +74,10 @@ class SSLSocket {
   Network& TheNetwork() const { return network_; }
 
  private:
-  const String& CertificateName() const { return PeerName.empty() ? Address : PeerName; }
+  String CertificateName() const { return PeerName.value_or(Address); }
+  class Raising;
+
+  void StartTLS();
   void TakeReceived();
   void Raise(Connection::Change change);
 
@@ -81,6 +86,9 @@ class SSLSocket {
   std::unique_ptr<Connection> connection_;
   String received_;
   bool secure_ = false;
+  bool isPlain_ = false;       // The connection has no TLS yet.
+  std::int64_t number_ = 0;    // Of the connection,
+  std::int64_t raising_ = -1;  // and of that of which an event runs.
   bool isConnected_ = false;
   SocketError lastError_ = SocketError::None;
 };

@@ -429,6 +429,99 @@ TEST_F(HTTPSecureSocketTest, AProxysKeyGoesOutWithTheNextConnectAndNeverThroughT
                                   "\r\nAuthorization: Basic dXNlcjpzZWNyZXQ=\r\n\r\n");
 }
 
+TEST_F(HTTPSecureSocketTest, AProxysKeyForAPlainRequestServesThatAlone) {
+  network.peers = {Challenging(407, "Basic realm=\"p\""),
+                   Answering({"HTTP/1.0 200 OK\r\n\r\npage"}),
+                   Answering({"HTTP/1.0 200 OK\r\n\r\nnext"})};
+  HTTPSecureSocket socket(network);
+  socket.SetSecure(false);
+  socket.HTTPProxyAddress = "proxy";
+  socket.ProxyAuthenticationRequired = Knows(story);
+  EXPECT_EQ(socket.Get("http://a.example/", 5), "page");
+  EXPECT_EQ(socket.Get("http://a.example/", 5), "next");
+  const String plain = "GET http://a.example/ HTTP/1.0\r\n" + Headers;
+  EXPECT_EQ(network.wire[3], plain + "\r\nProxy-Authorization: Basic dXNlcjpzZWNyZXQ=\r\n\r\n");
+  EXPECT_EQ(network.wire[5], plain + "\r\n\r\n");
+}
+
+TEST_F(HTTPSecureSocketTest, AServersChallengeToATunnelIsNotAnswered) {
+  network.peers = {Challenging(401, "Basic realm=\"s\"")};
+  HTTPSecureSocket socket(network);
+  socket.HTTPProxyAddress = "proxy";
+  socket.AuthenticationRequired = Knows(story);
+  EXPECT_EQ(socket.Get(URL, 5), "refused");
+  EXPECT_EQ(story, Lines{});
+}
+
+TEST_F(HTTPSecureSocketTest, PortsAreTheURLsOrTheCallersOrTheDefault) {
+  HTTPSecureSocket socket(network);
+  socket.SetDefaultPort(444);
+  const auto goesTo = [&](const String& url) {
+    socket.Get(url, 5);
+    return network.wire.back();
+  };
+  EXPECT_EQ(goesTo("a"), "a:444 tls a");
+  EXPECT_EQ(goesTo("a:1"), "a:1 tls a");
+  EXPECT_EQ(goesTo("a"), "a:1 tls a") << "a port that is set stays";
+  socket.HTTPProxyAddress = "proxy";
+  EXPECT_EQ(goesTo("a"), "proxy:444");
+  socket.HTTPProxyAddress = "";
+  EXPECT_EQ(goesTo("a"), "a:1 tls a");
+  socket.HTTPProxyAddress = "proxy";
+  socket.HTTPProxyPort = 3128;
+  EXPECT_EQ(goesTo("a"), "proxy:3128");
+  socket.HTTPProxyAddress = "";
+  socket.Port = 2;
+  EXPECT_EQ(goesTo("a"), "a:2 tls a");
+}
+
+TEST_F(HTTPSecureSocketTest, WhatHappensWhileAnEventRunsIsRaisedBehindIt) {
+  const test::TemporaryFolder folder;
+  network.peers = {Challenging(401, "Basic realm=\"r\""),
+                   Answering({"HTTP/1.0 200 OK\r\n\r\npa", "ge"})};
+  HTTPSecureSocket socket(network);
+  socket.AuthenticationRequired = [&](auto&&...) {
+    socket.Poll();
+    return true;
+  };
+  EXPECT_TRUE(socket.Get(URL, folder.Item("file"), 5));
+  EXPECT_EQ(BinaryStream::Open(folder.Item("file")).Read(100), "page");
+
+  network.peers = {
+      {.replies = {{"HTTP/1.0 200 OK\r\nContent-length: 4\r\n\r\n", "ab", "cd"}}, .ends = false}};
+  Listen(socket);
+  socket.ReceiveProgress = [&](auto&&...) { socket.Poll(); };
+  socket.Get(URL);
+  network.RunEvents();
+  EXPECT_EQ(story.back(), "page " + URL + " 200 abcd");
+}
+
+TEST_F(HTTPSecureSocketTest, AnEventMayMakeABlockingRequestOfItsOwn) {
+  network.peers = {Answering({"HTTP/1.0 200 OK\r\n\r\nouter"}),
+                   Answering({"HTTP/1.0 200 OK\r\n\r\ninner"})};
+  HTTPSecureSocket socket(network);
+  String page;
+  socket.HeadersReceived = [&](auto&&...) { page = socket.Get("other.example", 5); };
+  socket.Get(URL);
+  network.RunEvents();
+  EXPECT_EQ(page, "inner");
+  EXPECT_FALSE(socket.threadProtection);
+}
+
+TEST_F(HTTPSecureSocketTest, ASocketMayBeDestroyedWhileItBlocks) {
+  network.peers = {Challenging(401, "Basic realm=\"r\"")};
+  auto socket = std::make_unique<HTTPSecureSocket>(network);
+  socket->AuthenticationRequired = [&](auto&&...) {
+    socket.reset();
+    return true;
+  };
+  EXPECT_EQ(socket->Get(URL, 5), "");
+  socket = std::make_unique<HTTPSecureSocket>(network);
+  network.peers = {{.ends = false}};
+  network.whileWaiting = [&] { socket.reset(); };
+  EXPECT_EQ(socket->Get(URL, 5), "");
+}
+
 TEST_F(HTTPSecureSocketTest, ASocketMayBeDestroyedOrUsedAgainInEachOfItsEvents) {
   for (const bool again : {false, true}) {
     for (int event = 0; event < 7; ++event) {
@@ -441,7 +534,10 @@ TEST_F(HTTPSecureSocketTest, ASocketMayBeDestroyedOrUsedAgainInEachOfItsEvents) 
       bool done = false;
       const auto act = [&] {
         if (std::exchange(done, true)) return;
-        if (!again) return socket.reset();
+        if (!again) {
+          socket.reset();
+          return;
+        }
         socket->PageReceived = [&](const auto&, auto, const auto&, const String& content) {
           page = content;
         };

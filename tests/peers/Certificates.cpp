@@ -38,7 +38,7 @@ Key ReadKey(const std::filesystem::path& path) {
 }
 
 Certificate Write(const std::filesystem::path& path, X509* certificate, EVP_PKEY* key) {
-  const Certificate files{.certificate = path.native() + ".pem", .key = path.native() + ".key"};
+  Certificate files{.certificate = path.native() + ".pem", .key = path.native() + ".key"};
   PEM_write_X509(Open(files.certificate, "w").get(), certificate);
   PEM_write_PrivateKey(Open(files.key, "w").get(), key, nullptr, nullptr, 0, nullptr, nullptr);
   return files;

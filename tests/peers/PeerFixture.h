@@ -23,6 +23,8 @@ class PeerTest : public testing::Test {
     configuration.addCaCertificates(QString::fromStdString(authority.Root()));
     QSslConfiguration::setDefaultConfiguration(configuration);
   }
+  PeerTest(const PeerTest&) = delete;
+  PeerTest& operator=(const PeerTest&) = delete;
   ~PeerTest() override { QSslConfiguration::setDefaultConfiguration(before_); }
 
  private:

@@ -65,7 +65,7 @@ Server::~Server() {
   if (!process_.waitForFinished(Patience)) process_.kill();
 }
 
-ServerFolder::ServerFolder(fs::path folder, const std::string& name) : path_(folder / name) {
+ServerFolder::ServerFolder(const fs::path& folder, const std::string& name) : path_(folder / name) {
   fs::create_directory(path_);
   fs::permissions(folder, fs::perms(0755));
   fs::permissions(path_, fs::perms(0777));
@@ -84,7 +84,7 @@ Nginx::Nginx(const fs::path& folder, const Certificate& certificate)
               plain_) {
   folder_.File("page", "a page");
   fs::resize_file(folder_.File("large", ""), 50 << 20);
-  folder_.File("slow", std::string(3000, 'x'));
+  folder_.File("slow", std::string(4000, 'x'));
 }
 
 std::string Nginx::Configuration(const Certificate& certificate) const {

@@ -29,7 +29,7 @@ class Server {
 /// up the superuser's rights. `user:secret` is known there.
 class ServerFolder {
  public:
-  ServerFolder(std::filesystem::path folder, const std::string& name);
+  ServerFolder(const std::filesystem::path& folder, const std::string& name);
 
   const std::filesystem::path& Path() const { return path_; }
   std::filesystem::path File(const std::string& name, const std::string& content) const;

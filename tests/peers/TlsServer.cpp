@@ -91,6 +91,15 @@ std::vector<std::string> TlsServer::Requests() {
   return std::exchange(requests_, {});
 }
 
+std::optional<std::string> TlsServer::AwaitRequest() {
+  constexpr int Turns = 15'000;
+  for (int turn = 0; turn < Turns; ++turn) {
+    if (auto requests = Requests(); !requests.empty()) return requests.front();
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return std::nullopt;
+}
+
 void TlsServer::Run() {
   while (true) {
     const Descriptor connection(accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC));

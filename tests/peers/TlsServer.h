@@ -5,6 +5,7 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -51,6 +52,8 @@ class TlsServer {
   void Expect(Script script);
   /// The requests that have come, one a connection that came as far as to a handshake.
   std::vector<std::string> Requests();
+  /// Waits for the first of them; empty for a handshake that failed, nil when none comes.
+  std::optional<std::string> AwaitRequest();
 
  private:
   struct Context;

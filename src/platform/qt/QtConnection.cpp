@@ -1,6 +1,7 @@
 #include "platform/qt/QtConnection.h"
 
 #include <QNetworkProxy>
+#include <QPointer>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QTimer>
@@ -58,7 +59,7 @@ QtConnection::~QtConnection() {
 void QtConnection::Listen() {
   QSslSocket* socket = socket_.get();
   QObject::connect(socket, &QSslSocket::connected, [this] {
-    if (tlsName_.empty()) Tell(Change::Connected);
+    if (!tlsName_) Tell(Change::Connected);
   });
   QObject::connect(socket, &QSslSocket::encrypted, [this] { Verify(); });
   QObject::connect(socket, &QSslSocket::sslErrors, [this] { End(SocketError::NotTrusted); });
@@ -75,7 +76,7 @@ void QtConnection::Open(const String& host, std::int64_t port,
   constexpr std::int64_t LastPort = 65535;
   if (port < 1 || port > LastPort) return End(SocketError::InvalidPort);
   if (host.empty()) return End(SocketError::NameNotFound);
-  tlsName_ = tlsName.value_or(String());
+  tlsName_ = tlsName;
   const auto number = static_cast<quint16>(port);
   if (tlsName) {
     socket_->connectToHostEncrypted(Text(host), number, Text(*tlsName));
@@ -89,15 +90,15 @@ void QtConnection::StartTLS(const String& tlsName) {
   Receive();
   if (hasEnded_) return;
   // What came in the clear must never be taken for what came through TLS.
-  if (!received_.empty()) return End(SocketError::NotSecure);
   std::erase(changes_, Change::DataAvailable);
+  if (!std::exchange(received_, {}).empty()) return End(SocketError::NotSecure);
   tlsName_ = tlsName;
   socket_->setPeerVerifyName(Text(tlsName));
   socket_->startClientEncryption();
 }
 
 void QtConnection::Verify() {
-  if (!HoldsFor(socket_->peerCertificate(), Text(tlsName_))) return End(SocketError::NotTrusted);
+  if (!HoldsFor(socket_->peerCertificate(), Text(*tlsName_))) return End(SocketError::NotTrusted);
   Tell(Change::Connected);
 }
 
@@ -106,19 +107,25 @@ void QtConnection::Write(std::string_view bytes) {
   Send();
 }
 
+void QtConnection::Purge() {
+  toSend_.clear();
+  sent_ = 0;
+}
+
 void QtConnection::Send() {
   if (!isOpen_ || hasEnded_) return;
   const qint64 waiting = socket_->bytesToWrite() + socket_->encryptedBytesToWrite();
-  if (toSend_.empty()) {
+  if (sent_ == toSend_.size()) {
+    Purge();
     if (waiting == 0 && std::exchange(isSending_, false)) Tell(Change::SendComplete);
     return;
   }
-  const auto room = std::max(AtATime - waiting, qint64{0});
-  const auto count = std::min(toSend_.size(), static_cast<std::size_t>(room));
+  const auto room = static_cast<std::size_t>(std::max(AtATime - waiting, qint64{0}));
+  const auto count = std::min(toSend_.size() - sent_, room);
   if (count == 0) return;
   isSending_ = true;
-  socket_->write(toSend_.data(), static_cast<qint64>(count));
-  toSend_.erase(0, count);
+  socket_->write(toSend_.data() + sent_, static_cast<qint64>(count));
+  sent_ += count;
 }
 
 void QtConnection::Receive() {
@@ -141,7 +148,10 @@ std::optional<Connection::Change> QtConnection::Next() {
 
 void QtConnection::Tell(Change change) {
   if (hasEnded_) return;
-  if (change == Change::Connected) isOpen_ = true;
+  if (change == Change::Connected) {
+    isOpen_ = true;
+    Send();
+  }
   const bool isKnown = change == Change::DataAvailable && !changes_.empty() &&
                        changes_.back() == Change::DataAvailable;
   if (!isKnown) changes_.push_back(change);
@@ -156,8 +166,11 @@ void QtConnection::Announce() {
     isAnnounced_ = false;
     if (changes_.empty()) return;
     if (waits_ > 0) return Announce();
-    const auto changed = changed_;  // It may destroy the connection.
+    // It may destroy the connection, or leave changes behind when it throws.
+    const auto changed = changed_;
+    const QPointer<QObject> context(&context_);
     _CallFunctionWithExceptionHandling(changed);
+    if (context && !changes_.empty()) Announce();
   });
 }
 

@@ -23,7 +23,7 @@ class QtConnection : public Connection {
   void Open(const String& host, std::int64_t port, const std::optional<String>& tlsName) override;
   void StartTLS(const String& tlsName) override;
   void Write(std::string_view bytes) override;
-  void Purge() override { toSend_.clear(); }
+  void Purge() override;
   String Take() override { return std::exchange(received_, {}); }
   std::optional<Change> Next() override;
   SocketError Error() const override { return error_; }
@@ -43,11 +43,12 @@ class QtConnection : public Connection {
   QObject context_;  // What the event loop still has to call goes with it.
   bool isAnnounced_ = false;
   std::unique_ptr<QSslSocket> socket_;
-  String tlsName_;
+  std::optional<String> tlsName_;
   std::deque<Change> changes_;
   String received_;
   String toSend_;
-  bool isOpen_ = false;  // The caller may send.
+  std::size_t sent_ = 0;  // Of that, so much has left.
+  bool isOpen_ = false;   // The caller may send.
   bool isSending_ = false;
   bool hasEnded_ = false;
   SocketError error_ = SocketError::None;

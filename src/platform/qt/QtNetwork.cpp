@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
+#include <QEventLoop>
 #include <QRandomGenerator>
 #include <chrono>
 #include <utility>
@@ -18,7 +19,8 @@ void QtNetwork::GiveWay() {
   constexpr std::chrono::milliseconds Pause(10);
   pause_.start(Pause);
   ++waits_;
-  loop_.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                  QEventLoop::WaitForMoreEvents);
   --waits_;
   pause_.stop();
 }

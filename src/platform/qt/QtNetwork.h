@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QEventLoop>
 #include <QTimer>
 #include <memory>
 
@@ -20,7 +19,6 @@ class QtNetwork : public Network {
 
  private:
   int waits_ = 0;
-  QEventLoop loop_;
   QTimer pause_;  // Ends a wait in which nothing happens.
 };
 
