@@ -1,5 +1,6 @@
 // Requests: what goes out, and to whom.
 
+#include <exception>
 #include <utility>
 
 #include "online/HTTPSecureSocket.h"
@@ -20,6 +21,27 @@ bool IsBlank(std::string_view text) {
 
 }  // namespace
 
+/// While it lives, no event but a question is raised. The socket may go meanwhile; when an
+/// exception ends it, so does the request.
+class HTTPSecureSocket::Blocking {
+ public:
+  explicit Blocking(HTTPSecureSocket& socket)
+      : socket_(socket), life_(socket.Life()), before_(std::exchange(socket.synchronous, true)) {}
+  Blocking(const Blocking&) = delete;
+  Blocking& operator=(const Blocking&) = delete;
+  ~Blocking() {
+    if (life_.expired()) return;
+    if (std::uncaught_exceptions() > exceptions_) socket_.HangUp();
+    socket_.synchronous = before_;
+  }
+
+ private:
+  HTTPSecureSocket& socket_;
+  std::weak_ptr<void> life_;
+  bool before_;
+  int exceptions_ = std::uncaught_exceptions();
+};
+
 HTTPSecureSocket::HTTPSecureSocket(Network& network) : SSLSocket(network) {
   _InitializeRequestHeaders();
   SetSecure(true);
@@ -37,10 +59,11 @@ void HTTPSecureSocket::ClearRequestHeaders() {
 
 void HTTPSecureSocket::SetRequestHeader(const String& name, const String& value) {
   if (!requestHeaders) _InitializeRequestHeaders();
+  const String key = WithoutLineEnds(name);
   if (value.empty()) {
-    requestHeaders->Delete(name);
+    requestHeaders->Delete(key);
   } else {
-    requestHeaders->SetHeader(name, value);
+    requestHeaders->SetHeader(key, value);
   }
 }
 
@@ -89,12 +112,12 @@ String HTTPSecureSocket::Post(const String& url, std::int64_t timeout) {
 
 void HTTPSecureSocket::SendRequest(const String& method, const String& url) {
   synchronous = false;
-  _DoConnect(url, method, std::nullopt);
+  Begin(method, url, std::nullopt);
 }
 void HTTPSecureSocket::SendRequest(const String& method, const String& url,
                                    const FolderItem& file) {
   synchronous = false;
-  _DoConnect(url, method, file);
+  Begin(method, url, file);
 }
 bool HTTPSecureSocket::SendRequest(const String& method, const String& url, const FolderItem& file,
                                    std::int64_t timeout) {
@@ -105,23 +128,32 @@ String HTTPSecureSocket::SendRequest(const String& method, const String& url,
   return SendAndWait(method, url, std::nullopt, timeout) ? TakePage() : String();
 }
 
+bool HTTPSecureSocket::Begin(const String& method, const String& url,
+                             const std::optional<FolderItem>& file) {
+  // A key that no one has taken was for another request, and maybe for another host.
+  _authenticationKey.clear();
+  _proxyAuthenticationKey.clear();
+  ++request_;
+  return _DoConnect(url, method, file);
+}
+
 bool HTTPSecureSocket::SendAndWait(const String& method, const String& url,
                                    const std::optional<FolderItem>& file, std::int64_t timeout) {
+  const Blocking blocking(*this);
   timeoutSeconds = timeout;
-  synchronous = true;
-  const auto life = Life();
   // Nothing would end the wait for what isn't under way.
-  const bool isUnderWay = _DoConnect(url, method, file);
-  if (isUnderWay) WaitForPage();
-  if (life.expired()) return false;
-  synchronous = false;
-  return isUnderWay;
+  if (!Begin(method, url, file)) return false;
+  const auto request = request_;
+  const auto life = Life();
+  WaitForPage();
+  return !life.expired() && request_ == request;
 }
 
 String HTTPSecureSocket::TakePage() {
   return _currentLength < 1 ? String() : _pageBuffer.Take(static_cast<std::size_t>(_currentLength));
 }
 
+// The arguments may be the socket's own, which change.
 bool HTTPSecureSocket::_DoConnect(String url, String method, std::optional<FolderItem> file) {
   HangUp();
   exchange_ = std::make_shared<int>();
@@ -129,7 +161,7 @@ bool HTTPSecureSocket::_DoConnect(String url, String method, std::optional<Folde
   mErrorCode = NoError;
   _ParseURL(url);
   _processingURL = std::move(url);
-  if (!_SetDownloadFile(file)) return false;
+  if (!_SetDownloadFile(std::move(file))) return false;
   if (!HTTPProxyAddress.empty()) TurnToProxy();
   _httpAction = std::move(method);
   ReadAll();
@@ -174,7 +206,7 @@ void HTTPSecureSocket::_ResetVariables() {
   _pageComplete = false;
 }
 
-bool HTTPSecureSocket::_SetDownloadFile(const std::optional<FolderItem>& file) {
+bool HTTPSecureSocket::_SetDownloadFile(std::optional<FolderItem> file) {
   _KillDownloadStream();
   if (!file) return true;
   try {
@@ -183,7 +215,7 @@ bool HTTPSecureSocket::_SetDownloadFile(const std::optional<FolderItem>& file) {
     SetError(TargetError);
     return false;
   }
-  _downloadFile = file;
+  _downloadFile = std::move(file);
   return true;
 }
 

@@ -67,8 +67,8 @@ void HTTPSecureSocket::_ReceiveHeaders() {
   _ParseHeaders(Read(end->position));
   if (tunnelMode == 1 && _httpStatusCode == StatusOK) return _OpenTunnel();
   if (_AnswerChallenge()) return;
-  if (!Raise(HeadersReceived, _pageHeaders, _httpStatusCode)) return;
   Read(end->blankLine);
+  if (!Raise(HeadersReceived, _pageHeaders, _httpStatusCode)) return;
   _ProcessData(ReadAll());
 }
 

@@ -122,6 +122,7 @@ class HTTPSecureSocket : public SSLSocket {
 
  private:
   class Protection;
+  class Blocking;
 
   // The request.
   void _InitializeRequestHeaders();
@@ -130,13 +131,15 @@ class HTTPSecureSocket : public SSLSocket {
   bool _DoConnect(String url, String method, std::optional<FolderItem> file);
   void TurnToProxy();
   void _ResetVariables();
-  bool _SetDownloadFile(const std::optional<FolderItem>& file);
+  bool _SetDownloadFile(std::optional<FolderItem> file);
   void _KillDownloadStream();
   void _SendRequest(const String& method);
   void _SendConnect();
   String _AuthenticatedHeaders();
   /// Host and port of the tunnel's other end.
   String TunnelTarget() const;
+  /// Begins a request of the caller's. False when its file can't be made.
+  bool Begin(const String& method, const String& url, const std::optional<FolderItem>& file);
   /// False when there is no page that could be looked at.
   bool SendAndWait(const String& method, const String& url, const std::optional<FolderItem>& file,
                    std::int64_t timeout);
@@ -205,6 +208,7 @@ class HTTPSecureSocket : public SSLSocket {
     std::int64_t ofProxy = 0;
   };
   std::optional<Ports> ports_;  // While `Port` may be the proxy's.
+  std::int64_t request_ = 0;    // The number of requests that were begun.
   std::shared_ptr<int> exchange_ = std::make_shared<int>();
 };
 

@@ -152,7 +152,7 @@ TEST_F(HTTPSecureSocketTest, AReplyIsTheSamePageInWhateverPiecesItComes) {
       network.RunEvents();
       if (cut == 0) whole = story;
       EXPECT_EQ(story, whole) << bytes << cut;
-      EXPECT_EQ(story.back(), "page " + URL + ' ' + Str(status) + ' ' + page);
+      EXPECT_EQ(story.back(), "page " + (URL + ' ').append(Str(status)).append(" ").append(page));
     }
   }
 }
@@ -444,6 +444,21 @@ TEST_F(HTTPSecureSocketTest, AProxysKeyForAPlainRequestServesThatAlone) {
   EXPECT_EQ(network.wire[5], plain + "\r\n\r\n");
 }
 
+TEST_F(HTTPSecureSocketTest, AKeyThatWasNotTakenIsForNoOtherRequest) {
+  for (const bool proxy : {false, true}) {
+    network.peers = {Challenging(proxy ? 407 : 401, "Basic realm=\"r\""),
+                     {.refuses = SocketError::Refused},
+                     Answering({"HTTP/1.0 200 OK\r\n\r\n"})};
+    HTTPSecureSocket socket(network);
+    socket.AuthenticationRequired = socket.ProxyAuthenticationRequired = Knows(story);
+    socket.HTTPProxyAddress = proxy ? "proxy" : "";
+    socket.Get(URL, 5);
+    socket.HTTPProxyAddress = "";
+    socket.Get("https://other.example/", 5);
+    EXPECT_EQ(network.wire.back().find("uthorization"), String::npos);
+  }
+}
+
 TEST_F(HTTPSecureSocketTest, AServersChallengeToATunnelIsNotAnswered) {
   network.peers = {Challenging(401, "Basic realm=\"s\"")};
   HTTPSecureSocket socket(network);
@@ -506,6 +521,25 @@ TEST_F(HTTPSecureSocketTest, AnEventMayMakeABlockingRequestOfItsOwn) {
   network.RunEvents();
   EXPECT_EQ(page, "inner");
   EXPECT_FALSE(socket.threadProtection);
+
+  network.peers = {Challenging(401, "Basic realm=\"r\""),
+                   Answering({"HTTP/1.0 200 OK\r\n\r\ninner"})};
+  socket.AuthenticationRequired = [&](auto&&...) {
+    page = socket.Get("other.example", 5);
+    return true;
+  };
+  EXPECT_EQ(socket.Get(URL, 5), "") << "the page of another request is not this one's";
+  EXPECT_EQ(page, "inner");
+}
+
+TEST_F(HTTPSecureSocketTest, AQuestionThatThrowsEndsTheRequest) {
+  network.peers = {Challenging(401, "Basic realm=\"r\""),
+                   Answering({"HTTP/1.0 200 OK\r\n\r\npage"})};
+  HTTPSecureSocket socket(network);
+  socket.AuthenticationRequired = [](auto&&...) -> bool { throw std::runtime_error("broken"); };
+  EXPECT_THROW(socket.Get(URL, 5), std::runtime_error);
+  EXPECT_FALSE(socket.synchronous || socket.IsConnected() || socket.threadProtection);
+  EXPECT_EQ(socket.Get(URL, 5), "page");
 }
 
 TEST_F(HTTPSecureSocketTest, ASocketMayBeDestroyedWhileItBlocks) {
@@ -550,11 +584,12 @@ TEST_F(HTTPSecureSocketTest, ASocketMayBeDestroyedOrUsedAgainInEachOfItsEvents) 
       if (event == 3) socket->PageReceived = [&](auto&&...) { act(); };
       if (event == 4) socket->DownloadComplete = [&](auto&&...) { act(); };
       if (event == 5) socket->Error = [&](auto&&...) { act(); };
-      if (event == 6)
+      if (event == 6) {
         socket->AuthenticationRequired = [&](auto&&...) {
           act();
           return true;
         };
+      }
       if (event == 4) {
         socket->Get(URL, folder.Item("file"));
       } else {

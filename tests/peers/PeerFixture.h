@@ -17,14 +17,16 @@ constexpr std::int64_t Patience = 15;  // Seconds; what is awaited comes within 
 
 /// A network whose root authority is trusted.
 class PeerTest : public testing::Test {
+ public:
+  PeerTest(const PeerTest&) = delete;
+  PeerTest& operator=(const PeerTest&) = delete;
+
  protected:
   PeerTest() {
     auto configuration = before_;
     configuration.addCaCertificates(QString::fromStdString(authority.Root()));
     QSslConfiguration::setDefaultConfiguration(configuration);
   }
-  PeerTest(const PeerTest&) = delete;
-  PeerTest& operator=(const PeerTest&) = delete;
   ~PeerTest() override { QSslConfiguration::setDefaultConfiguration(before_); }
 
  private:

@@ -19,7 +19,9 @@ QString Ascii(const QString& name) {
 
 bool MatchesName(const QString& pattern, const QString& name) {
   const QString host = Ascii(name);
-  if (host.isEmpty()) return false;
+  const bool isAscii =
+      std::ranges::all_of(pattern, [](QChar each) { return each.unicode() < 0x80; });
+  if (host.isEmpty() || !isAscii) return false;
   if (!pattern.startsWith(QLatin1String("*."))) return Ascii(pattern) == host;
   const QString domain = Ascii(pattern.mid(2));
   const auto dot = host.indexOf('.');
