@@ -8,6 +8,7 @@
 #include "peers/PeerFixture.h"
 #include "peers/TlsServer.h"
 #include "platform/qt/CertificateNames.h"
+#include "support/Replies.h"
 
 namespace vintrace::test {
 namespace {
@@ -17,21 +18,23 @@ using Moment = TlsServer::Moment;
 
 using ConnectionTest = PeerTest;
 
-const String Reply = "HTTP/1.0 200 OK\r\nContent-Type: text/plain\r\n\r\npage";
+const String WholeReply = "HTTP/1.0 200 OK\r\nContent-Type: text/plain\r\n\r\npage";
 
 TEST_F(ConnectionTest, ARequestArrivesAndItsReplyInWhateverPiecesItIsSent) {
   TlsServer server(valid);
-  for (std::size_t cut = 0; cut <= Reply.size(); ++cut) {
-    server.Expect({.pieces = {Reply.substr(0, cut), Reply.substr(cut)}});
-    HTTPSecureSocket socket(network);
-    socket.SetRequestContent("body", "a/b");
-    EXPECT_EQ(socket.Post(server.URL(), Patience), "page") << cut;
-    EXPECT_EQ(socket.ErrorCode(), 0);
-  }
-  for (const auto& request : server.Requests()) {
-    EXPECT_EQ(request,
-              "POST /path HTTP/1.0\r\nAccept: */*\r\nAccept-Language: en\r\nHost: localhost:" +
-                  Str(server.Port()) + "\r\nContent-type: a/b\r\nContent-length: 4\r\n\r\nbody");
+  const String request =
+      "POST /path HTTP/1.0\r\nAccept: */*\r\nAccept-Language: en\r\nHost: localhost:" +
+      Str(server.Port()) + "\r\nContent-type: a/b\r\nContent-length: 4\r\n\r\nbody";
+  for (const auto& [bytes, page, status] : Replies) {
+    for (std::size_t cut = 0; cut <= bytes.size(); ++cut) {
+      server.Expect({.pieces = {bytes.substr(0, cut), bytes.substr(cut)}});
+      HTTPSecureSocket socket(network);
+      socket.SetRequestContent("body", "a/b");
+      EXPECT_EQ(socket.Post(server.URL(), Patience), page) << bytes << cut;
+      EXPECT_EQ(socket.HTTPStatusCode(), status) << bytes << cut;
+      EXPECT_EQ(socket.ErrorCode(), 0);
+      EXPECT_EQ(server.AwaitRequest(), request);
+    }
   }
 }
 
@@ -62,7 +65,7 @@ TEST_F(ConnectionTest, OnlyACertificateForTheHostThatTheSystemTrustsIsTaken) {
   };
   for (const auto& [name, certificate, host, error] : rows) {
     TlsServer server(certificate);
-    server.Expect({.pieces = {Reply}});
+    server.Expect({.pieces = {WholeReply}});
     HTTPSecureSocket socket(network);
     const bool good = error == SocketError::None;
     EXPECT_EQ(socket.Get(server.URL(host), Patience), good ? "page" : "") << name;
@@ -76,7 +79,7 @@ TEST_F(ConnectionTest, OnlyACertificateForTheHostThatTheSystemTrustsIsTaken) {
 TEST_F(ConnectionTest, OldTLSIsNotSpoken) {
   TlsServer server(valid);
   server.SpeakOldTLS();
-  server.Expect({.pieces = {Reply}});
+  server.Expect({.pieces = {WholeReply}});
   HTTPSecureSocket socket(network);
   EXPECT_EQ(socket.Get(server.URL(), Patience), "");
   EXPECT_EQ(socket.ErrorCode(), static_cast<int>(SocketError::NotSecure));
@@ -84,7 +87,7 @@ TEST_F(ConnectionTest, OldTLSIsNotSpoken) {
 }
 
 TEST_F(ConnectionTest, HoweverAConnectionEndsItEndsOnceAndWhatCameIsThere) {
-  const String headers = Reply.substr(0, 20);
+  const String headers = WholeReply.substr(0, 20);
   for (const End end : {End::CloseNotify, End::HeldOpen, End::Fin, End::Reset}) {
     const struct {
       std::vector<std::string> pieces;
@@ -96,8 +99,9 @@ TEST_F(ConnectionTest, HoweverAConnectionEndsItEndsOnceAndWhatCameIsThere) {
         {{}, Moment::InHandshake, "", false},
         {{}, Moment::BeforeRequest, "", true},
         {{}, Moment::AfterReply, "", true},
+        {{"HTTP/1.0 200 OK\r\n\r\n"}, Moment::AfterReply, "", true},
         {{headers}, Moment::AfterReply, headers, true},
-        {{Reply, "more"}, Moment::AfterReply, "pagemore", true},
+        {{WholeReply, "more"}, Moment::AfterReply, "pagemore", true},
     };
     for (const auto& [pieces, moment, page, wasMade] : rows) {
       TlsServer server(valid);
@@ -126,7 +130,7 @@ TEST_F(ConnectionTest, SilenceIsLimitedAndSlownessIsNot) {
   TlsServer server(valid);
   server.Expect(
       {.pieces = {"HTTP/1.0 200 OK\r\n\r\na", "b", "c"}, .pause = std::chrono::milliseconds(600)});
-  server.Expect({.pieces = {Reply}, .pause = std::chrono::seconds(2)});
+  server.Expect({.pieces = {WholeReply}, .pause = std::chrono::seconds(2)});
   HTTPSecureSocket socket(network);
   EXPECT_EQ(socket.Get(server.URL(), 1), "abc");
   EXPECT_EQ(socket.Get(server.URL(), 1), "");
@@ -174,7 +178,7 @@ TEST_F(ConnectionTest, WhatAProxySendsBehindItsAnswerIsNeverAPage) {
 TEST_F(ConnectionTest, ASocketMayBeDestroyedInEveryState) {
   for (int turns = 0; turns < 40; ++turns) {
     TlsServer server(valid);
-    server.Expect({.pieces = {Reply}});
+    server.Expect({.pieces = {WholeReply}});
     auto socket = std::make_unique<HTTPSecureSocket>(network);
     socket->Get(server.URL());
     QTest::qWait(turns / 3);  // Within these milliseconds all of it is over.

@@ -121,8 +121,8 @@ void TlsServer::Serve(int connection, const Script& script) {
   if (script.end == End::Reset) BreakOff(connection);
   if (script.moment == Moment::BeforeHandshake) return;
   if (script.moment == Moment::InHandshake) {
-    char hello[1];
-    recv(connection, hello, sizeof(hello), MSG_PEEK);
+    char hello[4096];  // Read whole, as bytes that are left over turn the end into a reset.
+    recv(connection, hello, sizeof(hello), 0);
     return;
   }
   const std::unique_ptr<SSL, FreeTLS> tls(SSL_new(context_->context));
