@@ -200,6 +200,7 @@ void HTTPSecureSocket::TurnToProxy() {
 void HTTPSecureSocket::_ResetVariables() {
   _pageBuffer = {};
   _pageHeaders.reset();
+  searched_ = 0;
   _httpStatusCode = 0;
   _totalLength = 0;
   _currentLength = 0;

@@ -61,8 +61,11 @@ void HTTPSecureSocket::_HandleNewData() {
 }
 
 void HTTPSecureSocket::_ReceiveHeaders() {
-  const auto end = FindHeaderEnd(Lookahead());
-  if ((end ? end->position : Lookahead().size()) > LongestHeaders) return Fail(HeadersTooLong);
+  const auto bytes = Lookahead();
+  const bool mayEnd = bytes.find_first_of("\r\n", searched_) != std::string_view::npos;
+  searched_ = bytes.size();
+  const auto end = mayEnd ? FindHeaderEnd(bytes) : std::nullopt;
+  if ((end ? end->position : bytes.size()) > LongestHeaders) return Fail(HeadersTooLong);
   if (!end) return;
   _ParseHeaders(Read(end->position));
   if (tunnelMode == 1 && _httpStatusCode == StatusOK) return _OpenTunnel();

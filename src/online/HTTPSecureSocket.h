@@ -208,6 +208,7 @@ class HTTPSecureSocket : public SSLSocket {
     std::int64_t ofProxy = 0;
   };
   std::optional<Ports> ports_;  // While `Port` may be the proxy's.
+  std::size_t searched_ = 0;    // So many bytes have been searched for the headers' end.
   std::int64_t request_ = 0;    // The number of requests that were begun.
   std::shared_ptr<int> exchange_ = std::make_shared<int>();
 };
