@@ -17,9 +17,8 @@ namespace vintrace::launch {
 /// The file's name in the user's folder of application data.
 inline constexpr std::string_view SettingsFileName = "VNTR.ini";
 
-/// The lines of `file` in its order; an empty file has one empty line. A file
-/// that isn't there is made empty, and has none. Raises `IOException` when the file can't be read
-/// or made.
+/// The lines of `file` in its order; an empty file has one empty line. A file that isn't there is
+/// made empty, and has none. Raises `IOException` when the file can't be read or made.
 std::vector<String> LoadLocations(const FolderItem& file);
 
 /// The index of the first of `locations` whose path, folders included, has `product` in it, a text

@@ -81,7 +81,9 @@ void HTTPSecureSocket::_ParseHeaders(const String& text) {
   _pageHeaders->_ParseHeaders(text);
   if (_pageHeaders->_HasHeader("Content-length")) {
     _totalLength = Val(_pageHeaders->Value("Content-length"));
-    _pageBuffer.Expect(static_cast<std::size_t>(std::min(_totalLength, MostExpected)));
+    if (!_downloadStream) {
+      _pageBuffer.Expect(static_cast<std::size_t>(std::min(_totalLength, MostExpected)));
+    }
   }
 }
 

@@ -18,8 +18,7 @@ class RecordingApplication {
 
   const FolderItem& Item() const { return path_; }
 
-  /// Waits for its next start and tells what it has noted; nothing when it isn't started. A
-  /// document that it is started with is the only word.
+  /// Waits for its next start and tells what it has noted; nothing when it isn't started.
   std::vector<String> AwaitStart() const;
 
   bool HasStarted() const;
