@@ -183,18 +183,18 @@ void HTTPSecureSocket::WaitForPage() {
   auto end = deadline();
   bool knownState = false;
   std::size_t knownSize = 0;
-  while (true) {
-    Poll();
+  TheNetwork().WaitUntil([&] {
+    if (!life.expired()) Poll();
     if (!life.expired() && Yield) TheNetwork().DoEvents();
-    if (life.expired() || _pageComplete || mErrorCode != NoError) return;
+    if (life.expired() || _pageComplete || mErrorCode != NoError) return true;
     if (std::exchange(knownState, _connectionValid) != _connectionValid ||
         std::exchange(knownSize, _pageBuffer.Size()) != _pageBuffer.Size()) {
       end = deadline();
     }
-    if (timeoutSeconds > 0 && end < TheNetwork().Ticks()) return Fail(TimedOut);
-    TheNetwork().GiveWay();
-    if (life.expired()) return;
-  }
+    const bool silent = timeoutSeconds > 0 && end < TheNetwork().Ticks();
+    if (silent) Fail(TimedOut);
+    return silent;
+  });
 }
 
 }  // namespace vintrace::online

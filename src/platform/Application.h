@@ -27,8 +27,9 @@ class Application : public CommandTarget {
   const std::shared_ptr<vintrace::MenuBar>& MenuBar() const { return menuBar_; }
   void SetMenuBar(std::shared_ptr<vintrace::MenuBar> menuBar) { menuBar_ = std::move(menuBar); }
 
-  /// Raised by the host, in this order of time: `Open` once when the loop has started, then
-  /// `OpenDocument` for each document that the system hands over. Nil: the system named none.
+  /// Raised by the host: `Open` once when the program has started, and `OpenDocument` for each
+  /// document that the system hands over, before that if the program was started with it. Nil: the
+  /// system named none.
   void RaiseOpen();
   void RaiseOpenDocument(const std::optional<FolderItem>& item);
 

@@ -40,6 +40,11 @@ void Label::SetUnderline(bool underline) {
   Changed();
 }
 
+void Label::SetTextAlign(vintrace::TextAlign align) {
+  textAlign_ = align;
+  Changed();
+}
+
 void Label::SetMultiline(bool multiline) {
   multiline_ = multiline;
   Changed();
@@ -53,6 +58,11 @@ bool Label::RaiseMouseDown() {
 
 void PushButton::SetCaption(String caption) {
   caption_ = std::move(caption);
+  Changed();
+}
+
+void PushButton::SetDefault(bool isDefault) {
+  default_ = isDefault;
   Changed();
 }
 

@@ -75,7 +75,10 @@ class RectControl {
   bool enabled_ = true;
 };
 
-/// A text. It is drawn at its top left, in one line unless `Multiline`.
+/// Where in its place the lines of a text stand.
+enum class TextAlign { Left, Center };
+
+/// A text. It is drawn at the top of its place, in one line unless `Multiline`.
 class Label : public RectControl {
  public:
   using RectControl::RectControl;
@@ -88,6 +91,8 @@ class Label : public RectControl {
   void SetTextColor(Color color);
   bool Underline() const { return underline_; }
   void SetUnderline(bool underline);
+  vintrace::TextAlign TextAlign() const { return textAlign_; }
+  void SetTextAlign(vintrace::TextAlign align);
   bool Multiline() const { return multiline_; }
   void SetMultiline(bool multiline);
 
@@ -106,6 +111,7 @@ class Label : public RectControl {
   String text_;
   Color textColor_ = Black;
   bool underline_ = false;
+  vintrace::TextAlign textAlign_ = TextAlign::Left;
   bool multiline_ = false;
 };
 
@@ -117,12 +123,16 @@ class PushButton : public RectControl {
 
   const String& Caption() const { return caption_; }
   void SetCaption(String caption);
+  /// The button that Return presses, whatever has the focus. A window has one at most.
+  bool Default() const { return default_; }
+  void SetDefault(bool isDefault);
 
   std::function<void()> Action;  ///< The button was pressed.
   void RaiseAction() { Raise(Action); }
 
  private:
   String caption_;
+  bool default_ = false;
 };
 
 /// A place for a picture, which is drawn at its top left. What has no picture shows the window.

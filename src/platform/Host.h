@@ -11,6 +11,7 @@
 
 namespace vintrace {
 
+class Network;
 class RectControl;
 class Window;
 
@@ -59,8 +60,13 @@ class Host {
   /// Hands an address to the default browser or mail client. No result.
   virtual void ShowURL(const String& url) = 0;
 
-  /// Runs the event loop until `Quit`: raises the application's `Open` once, and from then on its
-  /// `OpenDocument` for each document that the system has handed over, in order.
+  /// The network, which lives as long as the host.
+  virtual vintrace::Network& Network() = 0;
+
+  /// Runs the event loop until `Quit`: raises the application's `OpenDocument` for each document
+  /// that the program was started with, in order, then its `Open` once, with their windows on the
+  /// screen, and from then on `OpenDocument` for each further one that the system hands over. What
+  /// a user does is handled after `Open`.
   virtual void Run() = 0;
   /// Ends the loop when the handler that is running has returned. No further event is raised, and
   /// the user isn't told or asked anything any more: a message has been seen, a question cancelled.

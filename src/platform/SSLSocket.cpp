@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/ExceptionHandling.h"
+
 namespace vintrace {
 
 SSLSocket::SSLSocket(Network& network) : network_(network) {}
@@ -26,7 +28,8 @@ void SSLSocket::Connect() {
   lastError_ = SocketError::None;
   isPlain_ = !secure_;
   ++number_;
-  connection_ = network_.NewConnection([this] { Poll(); });
+  connection_ =
+      network_.NewConnection([this] { _CallFunctionWithExceptionHandling([this] { Poll(); }); });
   connection_->Open(Address, Port, secure_ ? std::optional(CertificateName()) : std::nullopt);
 }
 

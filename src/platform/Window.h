@@ -19,7 +19,8 @@ class MenuBar;
 /// What kind of window it is.
 enum class Frame {
   Document,
-  ModalDialog,  ///< While it is open, the application's other windows take no input.
+  ModalDialog,     ///< While it is open, the application's other windows take no input.
+  GlobalFloating,  ///< Stays above other windows, those of other applications too.
 };
 
 /// Where a window comes up.

@@ -2,6 +2,8 @@
 
 #include "inspection/VersionCheck.h"
 #include "launch/LocationStore.h"
+#include "online/UpdateCheck.h"
+#include "online/UpdateWin.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "platform/Exceptions.h"
@@ -16,6 +18,7 @@ namespace vintrace {
 namespace {
 
 constexpr std::string_view ApplicationIdentifier = "3";
+constexpr std::string_view UpdateField = "Vintrace";
 constexpr std::string_view LaunchReportField = "Vintrase";
 constexpr std::string_view DocumentFileType = "indd";
 
@@ -24,6 +27,10 @@ std::shared_ptr<Window> WindowAt(int index) {
   auto window = desktop::Window(index);
   if (!window) throw NilObjectException("Window");
   return window;
+}
+
+String VersionTextOf(const App& app) {
+  return ApplicationVersionText(app.MajorVersion(), app.MinorVersion(), app.BugVersion());
 }
 
 std::optional<FolderItem> AskForDocument() { return desktop::GetOpenFolderItem(DocumentFileType); }
@@ -48,7 +55,7 @@ void App::Event_OpenDocument(const std::optional<FolderItem>& item) {
 
 void App::Event_Open() {
   AppLocation();
-  const String version = ApplicationVersionText(MajorVersion(), MinorVersion(), BugVersion());
+  const String version = VersionTextOf(*this);
   Openupchk();
   kcheck(String(ApplicationIdentifier), version, String(LaunchReportField));
 }
@@ -63,7 +70,18 @@ bool App::_kono_Action() {
   return false;
 }
 
-bool App::_upchk_Action() { return false; }
+bool App::_upchk_Action() {
+  const String reply =
+      UpdateCheck(String(ApplicationIdentifier), VersionTextOf(*this), String(UpdateField));
+  if (TextEquals(reply, "true")) {
+    online::UpdateWin::Instance()->Show();
+  } else if (TextEquals(reply, "false")) {
+    desktop::MsgBox("最新版を使用しています。");
+  } else {
+    desktop::MsgBox("通信に障害があり、確認できませんでした。");
+  }
+  return false;
+}
 
 bool App::_EditAllCopy_Action() {
   const String rows = InformationOfAllWindows();
@@ -83,11 +101,13 @@ bool App::_AllClose_Action() {
   return false;
 }
 
-String App::UpdateCheck(const String& /*app_id*/, const String& /*ver*/, const String& /*regi*/) {
-  return {};
+String App::UpdateCheck(const String& app_id, const String& ver, const String& regi) {
+  return online::PostToService(online::UpdatePath, app_id, ver, regi);
 }
 
-void App::kcheck(const String& /*app_id*/, const String& /*ver*/, const String& /*regi*/) {}
+void App::kcheck(const String& app_id, const String& ver, const String& regi) {
+  online::PostToService(online::ReportPath, app_id, ver, regi);
+}
 
 void App::AppLocation() {
   const auto folder = SpecialFolder::ApplicationData();
@@ -96,7 +116,11 @@ void App::AppLocation() {
   apploc = launch::LoadLocations(*myf);
 }
 
-void App::Openupchk() {}
+void App::Openupchk() {
+  const String reply =
+      UpdateCheck(String(ApplicationIdentifier), VersionTextOf(*this), String(UpdateField));
+  if (TextEquals(reply, "true")) online::UpdateWin::Instance()->Show();
+}
 
 void App::VersionCheck(const FolderItem& item) {
   try {

@@ -26,16 +26,22 @@ class App : public Application {
   void Event_OpenDocument(const std::optional<FolderItem>& item) override;
   void Event_Open() override;
 
-  /// Handlers of the menu items, which all return false. `_hiraku_Action` asks for a document.
+  /// Handlers of the menu items, which all return false. `_hiraku_Action` asks for a document,
+  /// `_upchk_Action` the service for a newer release, and tells what comes of it.
   virtual bool _hiraku_Action();
   virtual bool _kono_Action();
   virtual bool _upchk_Action();
   virtual bool _EditAllCopy_Action();
   virtual bool _AllClose_Action();
 
+  // The online services: the program's identifier, its version text, and which exchange it is.
+  /// What the service says of newer releases: "true" or "false", or anything when it couldn't be
+  /// asked.
   virtual String UpdateCheck(const String& app_id, const String& ver, const String& regi);
+  /// Tells the service of this start. Whatever comes of it, nobody is told.
   virtual void kcheck(const String& app_id, const String& ver, const String& regi);
   virtual void AppLocation();
+  /// Shows the notice if there is a newer release, and otherwise says nothing.
   virtual void Openupchk();
 
   /// Opens a window that tells what `item` is. A file whose name is no document's opens none. Never

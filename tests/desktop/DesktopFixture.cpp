@@ -1,10 +1,13 @@
 #include "desktop/DesktopFixture.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QScreen>
 #include <algorithm>
+#include <fstream>
 
+#include "platform/qt/Fonts.h"
 #include "support/DocumentBuilder.h"
 
 namespace vintrace::test {
@@ -52,6 +55,16 @@ QString OutputOf(const QString& program, const QStringList& arguments) {
   return QString::fromUtf8(BytesOf(program, arguments)).trimmed();
 }
 
+QImage Drawn(const QString& text, QSize size, int pixelSize, QColor color) {
+  QImage image(size, QImage::Format_RGB32);
+  image.fill(QColor(0xEC, 0xEC, 0xEC));
+  QPainter painter(&image);
+  painter.setFont(qt::FontOf("Osaka", pixelSize, false));
+  painter.setPen(color);
+  painter.drawText(QRect({}, size), Qt::AlignLeft | Qt::AlignTop, text);
+  return image;
+}
+
 ProgramOnDesktop::ProgramOnDesktop() {
   // A browser that notes the address which it is given.
   folder.File("xdg-open", "#!/bin/sh\necho \"$1\" >>\"${0%/*}/opened\"\n");
@@ -73,6 +86,23 @@ void ProgramOnDesktop::StartWith(const QStringList& documents) {
   program.setProcessChannelMode(QProcess::ForwardedChannels);
   program.start(VINTRACE, documents);
   ASSERT_TRUE(program.waitForStarted(Patience));
+}
+
+std::unique_ptr<QProcess> ProgramOnDesktop::StartAgain(const QStringList& documents,
+                                                       const QString& startupId) {
+  auto start = std::make_unique<QProcess>();
+  auto environment = QProcessEnvironment::systemEnvironment();
+  if (!startupId.isEmpty()) environment.insert("DESKTOP_STARTUP_ID", startupId);
+  start->setProcessEnvironment(environment);
+  start->setProcessChannelMode(QProcess::ForwardedChannels);
+  start->start(VINTRACE, documents);
+  EXPECT_TRUE(start->waitForStarted(Patience));
+  return start;
+}
+
+bool ProgramOnDesktop::IsTaken(QProcess& start) {
+  return start.waitForFinished(Patience) && start.exitStatus() == QProcess::NormalExit &&
+         start.exitCode() == 0;
 }
 
 void ProgramOnDesktop::AwaitEnd() {
@@ -152,6 +182,12 @@ void ProgramOnDesktop::DismissMessage() {
   ASSERT_NE(box, 0U);
   Press(box, {"Return"});
   EXPECT_TRUE(Comes([] { return !IsVisible("Vintrace"); }));
+}
+
+std::string ProgramOnDesktop::Opened() const {
+  std::string line;
+  std::getline(std::ifstream(folder.Path() / "opened") >> std::ws, line);
+  return line;
 }
 
 std::string ProgramOnDesktop::Clipboard() {

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QTest>
+#include <memory>
 
 #include "platform/FolderItem.h"
 #include "support/TemporaryFolder.h"
@@ -27,6 +28,9 @@ QString OutputOf(const QString& program, const QStringList& arguments);
 /// The windows that the window manager shows.
 std::vector<WId> ManagedWindows();
 
+/// `text` as it looks on the windows' light ground.
+QImage Drawn(const QString& text, QSize size, int pixelSize, QColor color);
+
 /// The program on an X server with a window manager, and its user's eyes and hands.
 class ProgramOnDesktop : public testing::Test {
  protected:
@@ -36,6 +40,12 @@ class ProgramOnDesktop : public testing::Test {
   void TearDown() override;
 
   void StartWith(const QStringList& documents);
+
+  /// Starts the program once more, on behalf of the desktop's `startupId`.
+  static std::unique_ptr<QProcess> StartAgain(const QStringList& documents,
+                                              const QString& startupId = {});
+  /// True when that start ends with status 0.
+  static bool IsTaken(QProcess& start);
 
   /// Waits until the program has ended by itself, with status 0.
   void AwaitEnd();
@@ -76,6 +86,9 @@ class ProgramOnDesktop : public testing::Test {
 
   /// Waits for the message box and closes it.
   static void DismissMessage();
+
+  /// The first address that the browser was given; empty as long as there is none.
+  std::string Opened() const;
 
   static std::string Clipboard();
 

@@ -1,26 +1,12 @@
 // The program as its user meets it: on an X server with a window manager.
 
-#include <QPainter>
 #include <filesystem>
-#include <fstream>
 
 #include "desktop/DesktopFixture.h"
-#include "platform/qt/Fonts.h"
 #include "resources/Endpoints.h"
 
 namespace vintrace::test {
 namespace {
-
-/// `text` as it looks on the windows' light ground.
-QImage Drawn(const QString& text, QSize size, int pixelSize, QColor color) {
-  QImage image(size, QImage::Format_RGB32);
-  image.fill(QColor(0xEC, 0xEC, 0xEC));
-  QPainter painter(&image);
-  painter.setFont(qt::FontOf("Osaka", pixelSize, false));
-  painter.setPen(color);
-  painter.drawText(QRect({}, size), Qt::AlignLeft | Qt::AlignTop, text);
-  return image;
-}
 
 using DesktopTest = ProgramOnDesktop;
 
@@ -52,12 +38,7 @@ TEST_F(DesktopTest, TheLinkOpensThePageAndTheButtonClosesTheWindow) {
   EXPECT_TRUE(Shows(window, link, Drawn(address, {114, 20}, 12, Qt::blue)));
   Click(window, Place(window, link + QPoint(50, 8)));
   EXPECT_TRUE(Shows(window, link, Drawn(address, {114, 20}, 12, Qt::red)));
-  const auto opened = [this] {
-    std::string line;
-    std::getline(std::ifstream(folder.Path() / "opened") >> std::ws, line);
-    return line;
-  };
-  EXPECT_TRUE(Comes([&] { return opened() == endpoints::WebPage; })) << opened();
+  EXPECT_TRUE(Comes([&] { return Opened() == endpoints::WebPage; })) << Opened();
 
   Click(window, Place(window, {200, 120}));
   EXPECT_TRUE(Comes([] { return !IsVisible("a.indd"); }));

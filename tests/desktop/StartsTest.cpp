@@ -17,25 +17,6 @@ namespace {
 
 class StartsOnDesktop : public ProgramOnDesktop {
  protected:
-  /// Starts the program once more, on behalf of the desktop's `startupId`.
-  static std::unique_ptr<QProcess> StartAgain(const QStringList& documents,
-                                              const QString& startupId = {}) {
-    auto start = std::make_unique<QProcess>();
-    auto environment = QProcessEnvironment::systemEnvironment();
-    if (!startupId.isEmpty()) environment.insert("DESKTOP_STARTUP_ID", startupId);
-    start->setProcessEnvironment(environment);
-    start->setProcessChannelMode(QProcess::ForwardedChannels);
-    start->start(VINTRACE, documents);
-    EXPECT_TRUE(start->waitForStarted(Patience));
-    return start;
-  }
-
-  /// True when the start ends with status 0.
-  static bool IsTaken(QProcess& start) {
-    return start.waitForFinished(Patience) && start.exitStatus() == QProcess::NormalExit &&
-           start.exitCode() == 0;
-  }
-
   static bool HasEnded(const std::unique_ptr<QProcess>& start) {
     return start->state() == QProcess::NotRunning;
   }

@@ -119,7 +119,10 @@ void TlsServer::Run() {
 
 void TlsServer::Serve(int connection, const Script& script) {
   if (script.end == End::Reset) BreakOff(connection);
-  if (script.moment == Moment::BeforeHandshake) return;
+  if (script.moment == Moment::BeforeHandshake) {
+    if (script.end == End::Never) AwaitItsEnd(connection);
+    return;
+  }
   if (script.moment == Moment::InHandshake) {
     char hello[4096];  // Read whole, as bytes that are left over turn the end into a reset.
     recv(connection, hello, sizeof(hello), 0);
@@ -146,8 +149,8 @@ void TlsServer::Serve(int connection, const Script& script) {
     requests_.emplace_back(bytes, size > 0 ? static_cast<std::size_t>(size) : 0);
   }
   if (!isSecure || script.end == End::Fin || script.end == End::Reset) return;
-  SSL_shutdown(tls.get());
-  if (script.end == End::HeldOpen) AwaitItsEnd(connection);
+  if (script.end != End::Never) SSL_shutdown(tls.get());
+  if (script.end != End::CloseNotify) AwaitItsEnd(connection);
 }
 
 std::string TlsServer::ReadRequest(void* tls) {

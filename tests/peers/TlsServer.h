@@ -22,7 +22,8 @@ class TlsServer {
     CloseNotify,  ///< TLS says so, and then TCP.
     HeldOpen,     ///< TLS says so, and TCP stays open until the client closes it.
     Fin,          ///< TCP alone says so.
-    Reset         ///< TCP breaks off.
+    Reset,        ///< TCP breaks off.
+    Never         ///< Nothing is said any more until the client closes it.
   };
   /// When it ends.
   enum class Moment { BeforeHandshake, InHandshake, BeforeRequest, AfterReply };

@@ -12,24 +12,16 @@ namespace {
 
 using AppTest = ScriptedProgram;
 
-/// Tells the order of the steps of `Event_Open`.
-class TracingApp : public App {
- public:
-  explicit TracingApp(Lines& steps) : steps_(steps) {}
-  void AppLocation() override { steps_.emplace_back("AppLocation"); }
-  void Openupchk() override { steps_.emplace_back("Openupchk"); }
-  void kcheck(const String& app_id, const String& ver, const String& regi) override {
-    steps_.push_back("kcheck " + app_id + ' ' + ver + ' ' + regi);
-  }
-
- private:
-  Lines& steps_;
-};
-
-TEST_F(AppTest, TheStepsOfTheStartComeInTheirOrder) {
-  Lines steps;
-  TracingApp(steps).RaiseOpen();
-  EXPECT_EQ(steps, (Lines{"AppLocation", "Openupchk", "kcheck 3 120 Vintrase"}));
+TEST_F(AppTest, TheStartLoadsTheStoreAndWaitsFiveSecondsForEachService) {
+  std::filesystem::create_directory(folder.Path() / "data");
+  folder.File("data/VNTR.ini", "/A.app\n");
+  host.network.peers = {{.ends = false}, {.ends = false}};
+  host.network.whileWaiting = [] { EXPECT_EQ(App::Instance().apploc, Lines{"/A.app"}); };
+  _Main();
+  constexpr std::int64_t TenSeconds = 600;
+  EXPECT_GE(host.network.ticks, TenSeconds);
+  EXPECT_LE(host.network.ticks, TenSeconds + 10);
+  EXPECT_EQ(host.story, Lines{});
   EXPECT_EQ(ApplicationVersionText(1, 10, 3), "1103");
 }
 
@@ -68,7 +60,7 @@ TEST_F(AppTest, AStoreThatCannotBeReadIsReportedOnceAndTheProgramGoesOn) {
   host.handedOver = {Document("a.indd")};
   _Main();
   EXPECT_EQ(host.story,
-            (Lines{"message: 予期しないエラーが起こりました。\nIs a directory", "window"}));
+            (Lines{"window", "message: 予期しないエラーが起こりました。\nIs a directory"}));
   EXPECT_EQ(host.Titles(), Lines{"a.indd"});
 }
 

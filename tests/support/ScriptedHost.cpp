@@ -20,10 +20,10 @@ std::optional<FolderItem> ScriptedHost::AskForFile(const FileRequest& request) {
 }
 
 void ScriptedHost::Run() {
-  Application().RaiseOpen();
   for (const auto& item : handedOver) {
     if (!quitting_) Application().RaiseOpenDocument(item);
   }
+  if (!quitting_) Application().RaiseOpen();
 }
 
 void ScriptedHost::Quit(int exitStatus) {

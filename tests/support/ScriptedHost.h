@@ -5,17 +5,21 @@
 #include <vector>
 
 #include "platform/Host.h"
+#include "support/ScriptedNetwork.h"
 
 namespace vintrace::test {
 
 /// A desktop without a screen: dialogs are answered from a list, and what was asked is recorded.
 class ScriptedHost : public Host {
  public:
-  /// What happens to the program, in order.
+  /// What happens to the program as it starts, in order.
   std::vector<std::optional<FolderItem>> handedOver;
 
   /// The user's answers to the dialogs; with none left, a dialog is cancelled.
   std::deque<FolderItem> choices;
+
+  /// What the program's requests meet; it refuses them unless told otherwise.
+  ScriptedNetwork network;
 
   /// The folder in which the last dialog began.
   std::optional<FolderItem> askedIn;
@@ -35,6 +39,7 @@ class ScriptedHost : public Host {
   std::optional<FolderItem> AskForFile(const FileRequest& request) override;
   void SetClipboardText(const String& text) override { clipboard = text; }
   void ShowURL(const String& url) override { story.push_back("url: " + url); }
+  vintrace::Network& Network() override { return network; }
   void Run() override;
   void Quit(int exitStatus) override;
 

@@ -89,9 +89,10 @@ void ScriptedNetwork::RunEvents() {
   }
 }
 
-void ScriptedNetwork::GiveWay() {
-  ++ticks;
-  if (whileWaiting) whileWaiting();
+void ScriptedNetwork::WaitUntil(const std::function<bool()>& over) {
+  for (; !over(); ++ticks) {
+    if (whileWaiting) whileWaiting();
+  }
 }
 
 }  // namespace vintrace::test

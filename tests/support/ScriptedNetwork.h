@@ -28,7 +28,7 @@ class ScriptedNetwork : public Network {
   /// "host:port", followed by " tls NAME" for a secure one; what is sent to it; "tls NAME" where it
   /// becomes secure.
   std::vector<String> wire;
-  /// Raised when a client gives way, which takes a tick each time.
+  /// Raised while a client waits, a tick at a time.
   std::function<void()> whileWaiting;
   std::int64_t ticks = 0;
   int random = 0;
@@ -38,7 +38,7 @@ class ScriptedNetwork : public Network {
   void RunEvents();
 
   std::unique_ptr<Connection> NewConnection(std::function<void()> changed) override;
-  void GiveWay() override;
+  void WaitUntil(const std::function<bool()>& over) override;
   void DoEvents() override { wire.emplace_back("events"); }
   std::int64_t Ticks() override { return ticks; }
   int InRange(int least, int most) override { return least + random++ % (most - least + 1); }

@@ -7,7 +7,7 @@
 namespace vintrace::qt {
 
 void MoveToCentre(QWidget& window) {
-  window.adjustSize();
+  if (!window.testAttribute(Qt::WA_Resized)) window.adjustSize();
   const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
   window.move(screen.center() - window.rect().center());
 }

@@ -36,7 +36,6 @@ class LabelFace : public QLabel, public ControlFace {
   LabelFace(Label& label, QWidget& parent) : QLabel(&parent), label_(label) {
     Prepare(label, *this);
     setTextFormat(Qt::PlainText);
-    setAlignment(Qt::AlignLeft | Qt::AlignTop);
     setMargin(0);
     setIndent(0);
   }
@@ -58,6 +57,7 @@ class LabelFace : public QLabel, public ControlFace {
   void Refresh() override {
     RefreshCommon(label_, *this);
     setFont(FontOf(label_.Design().textFont, label_.Design().textSize, label_.Underline()));
+    setAlignment(Qt::AlignTop | HorizontalOf(label_.TextAlign()));
     setWordWrap(label_.Multiline());
     RefreshColor();
     RefreshText();
@@ -93,6 +93,10 @@ class LabelFace : public QLabel, public ControlFace {
   }
 
  private:
+  static Qt::AlignmentFlag HorizontalOf(TextAlign align) {
+    return align == TextAlign::Center ? Qt::AlignHCenter : Qt::AlignLeft;
+  }
+
   /// The frame is the text's colour, which is legible on the ground, whatever that is.
   void DrawFocus() {
     QPainter painter(this);
@@ -137,6 +141,7 @@ class ButtonFace : public QPushButton, public ControlFace {
     RefreshCommon(button_, *this);
     setFont(FontOf(button_.Design().textFont, button_.Design().textSize, false));
     setText(DisplayText(button_.Caption()).replace('&', "&&"));
+    setDefault(button_.Default());
   }
 
  private:

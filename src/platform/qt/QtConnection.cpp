@@ -9,7 +9,6 @@
 #include <array>
 #include <utility>
 
-#include "platform/ExceptionHandling.h"
 #include "platform/qt/CertificateNames.h"
 
 namespace vintrace::qt {
@@ -166,10 +165,10 @@ void QtConnection::Announce() {
     isAnnounced_ = false;
     if (changes_.empty()) return;
     if (waits_ > 0) return Announce();
-    // It may destroy the connection, or leave changes behind when it throws.
+    // It may destroy the connection, or leave changes behind.
     const auto changed = changed_;
     const QPointer<QObject> context(&context_);
-    _CallFunctionWithExceptionHandling(changed);
+    changed();
     if (context && !changes_.empty()) Announce();
   });
 }

@@ -15,6 +15,7 @@
 
 #include "platform/Control.h"
 #include "platform/ExceptionHandling.h"
+#include "platform/Network.h"
 #include "platform/QuitSignals.h"
 #include "platform/Window.h"
 #include "platform/qt/Activation.h"
@@ -23,6 +24,7 @@
 #include "platform/qt/DisplayText.h"
 #include "platform/qt/InstanceService.h"
 #include "platform/qt/LeanStyle.h"
+#include "platform/qt/MakeNetwork.h"
 #include "platform/qt/MenuBarFace.h"
 #include "platform/qt/PictureIcon.h"
 #include "platform/qt/SystemBar.h"
@@ -175,6 +177,17 @@ void QtHost::ShowURL(const String& url) {
   QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(url)));
 }
 
+Network& QtHost::Network() {
+  if (!network_) {
+    network_ = MakeNetwork([this](bool waits) {
+      awaitsNetwork_ = waits;
+      holdsDocuments_ = true;
+      if (!waits) QTimer::singleShot(0, &qtApplication_, [this] { CatchUpBehindUser(); });
+    });
+  }
+  return *network_;
+}
+
 void QtHost::Run() {
   if (quitting_) return;
   const QuitSignals quitSignals;
@@ -188,19 +201,41 @@ void QtHost::Run() {
 
 void QtHost::Start() {
   _CallFunctionWithExceptionHandling([this] { TakeIcon(); });
+  OpenFirstDocuments();
+  if (quitting_) return;
+  AllHandedOver();
   Application().RaiseOpen();
   started_ = true;
   CatchUpLater();
+}
+
+void QtHost::OpenFirstDocuments() {
+  while (!quitting_ && !handedOver_.empty()) {
+    HandOverNext();
+    ShowWhatWaits();
+    while (!quitting_ && IsAwaitingPaint()) {
+      QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                      QEventLoop::WaitForMoreEvents);
+    }
+  }
 }
 
 void QtHost::CatchUpLater() {
   QTimer::singleShot(0, &qtApplication_, [this] { CatchUp(); });
 }
 
+void QtHost::CatchUpBehindUser() {
+  constexpr std::chrono::milliseconds AtMost(50);
+  if (awaitsNetwork_) return;  // The next wait has begun.
+  QCoreApplication::processEvents(QEventLoop::AllEvents, AtMost.count());
+  holdsDocuments_ = false;
+  CatchUp();
+}
+
 void QtHost::CatchUp() {
   if (quitting_ || modalDepth_ > 0) return;
   ShowWhatWaits();
-  if (!started_) return;
+  if (!started_ || holdsDocuments_) return;
   if (handedOver_.empty()) return AllHandedOver();
   if (!IsAwaitingPaint()) HandOverNext();
 }

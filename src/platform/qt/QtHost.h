@@ -48,8 +48,8 @@ class QtHost : public Host {
   /// The window that stands in for the system's menu bar; nil while there is none.
   QWidget* StandIn() const;
 
-  /// Takes a document that the system hands over; it is raised as soon as the loop runs and no box
-  /// or dialog is open.
+  /// Takes a document that the system hands over; it is raised as soon as the loop runs, no box or
+  /// dialog is open and nobody waits for the network.
   /// `activation`: what its window may come to the front with.
   void HandOver(const FolderItem& document, const Activation& activation = {});
   /// Takes over what another start of the program brings, and comes to the front for it.
@@ -63,6 +63,7 @@ class QtHost : public Host {
   std::optional<FolderItem> AskForFile(const FileRequest& request) override;
   void SetClipboardText(const String& text) override;
   void ShowURL(const String& url) override;
+  vintrace::Network& Network() override;
   void Run() override;
   void Quit(int exitStatus) override;
 
@@ -75,11 +76,16 @@ class QtHost : public Host {
   };
 
   void Start();
+  /// Raises the documents of the start, and returns when the last window is painted.
+  void OpenFirstDocuments();
   /// Whatever others bring is taken at once from now on.
   void EndStart();
   /// Shows the windows and raises, one at a time, the documents that wait, as soon as the loop
-  /// comes round and no box or dialog is open.
+  /// comes round and no box or dialog is open. While somebody waits for the network, the documents
+  /// wait on.
   void CatchUpLater();
+  /// The same behind what the user has done during a wait, in windows that were there then.
+  void CatchUpBehindUser();
   void CatchUp();
   void ShowWhatWaits();
   bool IsAwaitingPaint();
@@ -109,6 +115,9 @@ class QtHost : public Host {
   std::unique_ptr<MenuBarFace> menus_;
   std::unique_ptr<SystemBar> systemBar_;
   std::unique_ptr<InstanceService> instances_;
+  std::unique_ptr<vintrace::Network> network_;
+  bool awaitsNetwork_ = false;
+  bool holdsDocuments_ = false;  // Until what the user did during such a wait has been handled.
   std::unordered_map<const Window*, WindowWidget*> widgets_;
   std::vector<QPointer<WindowWidget>> unshown_;
   std::deque<HandedOver> handedOver_;

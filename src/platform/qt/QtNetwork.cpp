@@ -11,17 +11,38 @@
 
 namespace vintrace::qt {
 
+/// Tells of a wait, however it ends.
+class QtNetwork::Wait {
+ public:
+  explicit Wait(QtNetwork& network) : network_(network) {
+    if (network_.depth_++ == 0) network_.waits_(true);
+  }
+  Wait(const Wait&) = delete;
+  Wait& operator=(const Wait&) = delete;
+  ~Wait() {
+    if (--network_.depth_ == 0) network_.waits_(false);
+  }
+
+ private:
+  QtNetwork& network_;
+};
+
 std::unique_ptr<Connection> QtNetwork::NewConnection(std::function<void()> changed) {
-  return std::make_unique<QtConnection>(std::move(changed), waits_);
+  return std::make_unique<QtConnection>(std::move(changed), givingWay_);
+}
+
+void QtNetwork::WaitUntil(const std::function<bool()>& over) {
+  const Wait wait(*this);
+  while (!over()) GiveWay();
 }
 
 void QtNetwork::GiveWay() {
   constexpr std::chrono::milliseconds Pause(10);
   pause_.start(Pause);
-  ++waits_;
+  ++givingWay_;
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
                                   QEventLoop::WaitForMoreEvents);
-  --waits_;
+  --givingWay_;
   pause_.stop();
 }
 

@@ -33,6 +33,8 @@ Qt::WindowFlags FlagsOf(const WindowDesign& design) {
   flags.setFlag(Qt::WindowCloseButtonHint, design.closeButton);
   if (design.frame == Frame::ModalDialog) return flags | Qt::Dialog;
   flags |= Qt::Window;
+  // Otherwise an ordinary window, which can be found again when it was minimised.
+  flags.setFlag(Qt::WindowStaysOnTopHint, design.frame == Frame::GlobalFloating);
   flags.setFlag(Qt::WindowMinimizeButtonHint, design.minimizeButton);
   flags.setFlag(Qt::WindowMaximizeButtonHint, design.maximizeButton);
   return flags;
@@ -77,7 +79,7 @@ void WindowWidget::TakeDesign() {
 
 void WindowWidget::TakeSize() {
   const WindowDesign& design = window_->Design();
-  if (design.resizeable && design.frame == Frame::Document) {
+  if (design.resizeable && design.frame != Frame::ModalDialog) {
     setMinimumSize(design.minWidth, design.minHeight);
     setMaximumSize(design.maxWidth, design.maxHeight);
     resize(design.width, design.height);
@@ -150,6 +152,9 @@ bool WindowWidget::eventFilter(QObject* watched, QEvent* event) {
   // A press in a window to which the window manager gives no focus makes it the front one all the
   // same, before the press is acted upon: the buttons work on the window in front.
   if (event->type() == QEvent::MouseButtonPress) IsInFront();
+  if (event->type() == QEvent::KeyPress && PressesDefault(static_cast<QKeyEvent&>(*event))) {
+    return true;
+  }
   return QWidget::eventFilter(watched, event);
 }
 
@@ -157,7 +162,19 @@ void WindowWidget::IsInFront() {
   if (window_->IsOpen()) activated_();
 }
 
+bool WindowWidget::PressesDefault(const QKeyEvent& key) {
+  if (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter) return false;
+  for (const auto& control : window_->Controls()) {
+    auto* button = dynamic_cast<PushButton*>(control.get());
+    if (button == nullptr || !button->Default()) continue;
+    if (!key.isAutoRepeat() && button->Visible() && button->Enabled()) button->RaiseAction();
+    return true;
+  }
+  return false;
+}
+
 void WindowWidget::keyPressEvent(QKeyEvent* event) {
+  if (PressesDefault(*event)) return;
   const bool dialog = window_->Design().frame == Frame::ModalDialog;
   if (dialog && event->matches(QKeySequence::Cancel)) return window_->Close();
   QWidget::keyPressEvent(event);

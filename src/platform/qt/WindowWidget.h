@@ -57,6 +57,8 @@ class WindowWidget : public QWidget {
   void SetTabOrder();
   void FindCovered();
   void IsInFront();
+  /// True when that is Return, and the window has a button for it.
+  bool PressesDefault(const QKeyEvent& key);
 
   std::shared_ptr<vintrace::Window> window_;
   std::function<void()> activated_;

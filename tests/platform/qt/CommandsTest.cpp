@@ -19,6 +19,7 @@
 #include "platform/qt/DroppedFiles.h"
 #include "platform/qt/WindowWidget.h"
 #include "resources/Endpoints.h"
+#include "shell/App.h"
 #include "shell/MainMenuBar.h"
 #include "shell/Startup.h"
 #include "shell/Window1.h"
@@ -36,14 +37,16 @@ class QtCommandsTest : public testing::Test {
  protected:
   QtCommandsTest() { _EarlyStartup(); }
 
-  /// Runs the program, and the user's `story` in it.
+  /// Runs the program, and the user's `story` in it once it has started.
   void Run(const std::function<void()>& story) {
-    QTimer::singleShot(0, [&] {
-      QTimer::singleShot(0, [&] {
-        story();
-        desktop::Quit(0);
-      });
+    QTimer start;
+    QObject::connect(&start, &QTimer::timeout, [&] {
+      if (!App::Instance().myf) return;
+      start.stop();
+      story();
+      desktop::Quit(0);
     });
+    start.start(0);
     host.Run();
   }
 

@@ -1,0 +1,32 @@
+#include "online/UpdateCheck.h"
+
+#include "online/HTTPSecureSocket.h"
+#include "platform/Host.h"
+#include "resources/Endpoints.h"
+
+namespace vintrace::online {
+namespace {
+
+constexpr int AnyTLS = 3;
+constexpr std::int64_t SecondsOfSilence = 5;
+
+}  // namespace
+
+String PostToService(std::string_view path, const String& app_id, const String& ver,
+                     const String& regi) {
+  if (endpoints::ServiceHost().empty()) return {};
+  HTTPSecureSocket socket(Host::Current().Network());
+  socket.SetSecure(true);
+  socket.ConnectionType = AnyTLS;
+  HTTPSecureSocket::Form form;
+  form.Set("app_id", app_id);
+  form.Set("ver", ver);
+  form.Set("regi", regi);
+  socket.SetFormData(form);
+  const String url = String("https://").append(endpoints::ServiceHost()).append(path);
+  String reply = socket.Post(url, SecondsOfSilence);
+  socket.Close();
+  return reply;
+}
+
+}  // namespace vintrace::online

@@ -1,0 +1,118 @@
+// The online services on a desktop: what the user sees of them, and does while they are awaited.
+
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include "desktop/DesktopFixture.h"
+#include "peers/TlsServer.h"
+#include "resources/Endpoints.h"
+#include "support/Environment.h"
+
+namespace vintrace::test {
+namespace {
+
+/// A service that takes connections and says nothing until it goes.
+class SilentService {
+ public:
+  SilentService() { server_.listen(QHostAddress::LocalHost); }
+
+  std::string Host() const { return "127.0.0.1:" + std::to_string(server_.serverPort()); }
+  bool IsAsked() {
+    return Comes([&] { return server_.hasPendingConnections(); });
+  }
+  void Go() {
+    while (auto* client = server_.nextPendingConnection()) client->abort();
+    server_.close();
+  }
+
+ private:
+  QTcpServer server_;
+};
+
+class UpdateOnDesktop : public ProgramOnDesktop {
+ protected:
+  void StartWithService(const std::string& host, const QStringList& documents) {
+    const Environment service("VINTRACE_TEST_SERVICE", host.c_str());
+    StartWith(documents);
+  }
+
+  /// Waits long enough for what would happen if it weren't held back.
+  static void WaitAWhile() { QTest::qWait(500); }
+};
+
+TEST_F(UpdateOnDesktop, WhileAServiceIsSilentAllIsSeenNothingIsDoneAndNothingLost) {
+  SilentService service;
+  StartWithService(service.Host(),
+                   {PathOfDocument("a.indd"), PathOfDocument("b.indd"), PathOfDocument("c.indd")});
+  ASSERT_TRUE(service.IsAsked());
+  ASSERT_TRUE(HasWindows({"a.indd", "b.indd", "c.indd"}));
+  const WId a = WindowNamed("a.indd");
+  const WId b = WindowNamed("b.indd");
+  const WId c = WindowNamed("c.indd");
+  const QImage product = Drawn("Adobe InDesign CS6", {161, 20}, 12, Qt::black);
+  for (const WId window : {a, b}) EXPECT_TRUE(Shows(window, {104, 38}, product));
+  QWidget cover;
+  cover.showFullScreen();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&cover));
+  cover.hide();
+  for (const WId window : {a, b}) EXPECT_TRUE(Shows(window, {104, 38}, product)) << "drawn again";
+
+  EXPECT_TRUE(IsTaken(*StartAgain({PathOfDocument("d.indd")})));
+  OutputOf("xdotool", {"windowactivate", "--sync", QString::number(a)});
+  Click(a, Place(a, {200, 120}));
+  Press(b, {"alt+F4"});
+  Press(c, {"ctrl+c"});
+  WaitAWhile();
+  EXPECT_TRUE(HasWindows({"a.indd", "b.indd", "c.indd"}));
+  service.Go();
+  DismissMessage();
+  EXPECT_TRUE(HasWindows({"c.indd", "d.indd"}));
+  EXPECT_EQ(Clipboard(), "c.indd\tAdobe InDesign CS6\tWindows Edition\t8.0.0.397");
+}
+
+TEST_F(UpdateOnDesktop, AQuitWhileAServiceIsSilentComesRightAfter) {
+  for (const bool byKey : {false, true}) {
+    SilentService service;
+    StartWithService(service.Host(), {PathOfDocument("a.indd")});
+    ASSERT_TRUE(service.IsAsked());
+    if (byKey) {
+      Press(WindowNamed("a.indd"), {"ctrl+q"});
+    } else {
+      program.terminate();
+    }
+    WaitAWhile();
+    EXPECT_EQ(program.state(), QProcess::Running);
+    service.Go();
+    AwaitEnd();
+  }
+}
+
+TEST_F(UpdateOnDesktop, TheNoticeComesOverADocumentAndReturnOpensTheDownload) {
+  const Authority authority(folder.Path(), "Root");
+  const Environment root("VINTRACE_TEST_ROOT", authority.Root().c_str());
+  TlsServer service(authority.Sign("service"));
+  for (const char* reply : {"true", "", "true", "false", "else"}) {
+    service.Expect({.pieces = {"HTTP/1.0 200 OK\r\n\r\n", reply}});
+  }
+  const QString title = "Vintrace CS Ver.1.20";
+  StartWithService("localhost:" + std::to_string(service.Port()), {PathOfDocument("a.indd")});
+  const WId notice = WindowNamed(title);
+  ASSERT_NE(notice, 0U);
+  EXPECT_EQ(Screenshot(notice).size(), QSize(337, 115));
+  EXPECT_TRUE(
+      OutputOf("xprop", {"-id", QString::number(notice), "_NET_WM_STATE"}).contains("ABOVE"));
+  const WId document = WindowNamed("a.indd");
+  Press(document, {"ctrl+r"});
+  ASSERT_TRUE(HasWindows({title.toStdString(), "a.indd"})) << "the same one again";
+  Press(notice, {"Return"});
+  EXPECT_TRUE(HasWindows({"a.indd"}));
+  EXPECT_TRUE(Comes([&] { return Opened() == endpoints::DownloadPage; })) << Opened();
+  for (int answer = 0; answer < 2; ++answer) {
+    Press(document, {"ctrl+r"});
+    DismissMessage();
+  }
+  EXPECT_EQ(service.Requests().size(), 5U);
+}
+
+}  // namespace
+}  // namespace vintrace::test
