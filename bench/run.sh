@@ -113,6 +113,19 @@ start_to_window() {
     ./smallest_program 日本語 -- ./smallest_program)
 }
 
+# Between two whole programs, of which one meets a service that refuses and the other a silent one.
+silent_service() {
+  local port silence
+  mkfifo "$folder/port"
+  "$programs/silence" >"$folder/port" &
+  silence=$!
+  read -r port <"$folder/port"
+  (cd "$programs" && ./start_to_window -n 100 \
+    env VINTRACE_TEST_SERVICE="127.0.0.1:$port" ./vintrace_with_service "$folder/a.indd" -- \
+    env VINTRACE_TEST_SERVICE=127.0.0.1:1 ./vintrace_with_service "$folder/a.indd")
+  kill "$silence"
+}
+
 # column FILE NUMBER: the median of that column of it.
 column() { median <(awk "{ print \$$2 }" "$1"); }
 
@@ -144,6 +157,8 @@ heading "Worst case: 1 GB of random bytes in which nothing is found, against cat
 worst_case
 heading "Start to first window, against the smallest program"
 start_to_window
+heading "The same, with a service that is silent and one that refuses"
+silent_service
 heading "200 documents at once, against as many plain windows"
 many_documents
 heading "Pages over TLS from this machine, against curl"

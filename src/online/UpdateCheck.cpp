@@ -1,6 +1,7 @@
 #include "online/UpdateCheck.h"
 
 #include "online/HTTPSecureSocket.h"
+#include "platform/Exceptions.h"
 #include "platform/Host.h"
 #include "resources/Endpoints.h"
 
@@ -10,12 +11,23 @@ namespace {
 constexpr int AnyTLS = 3;
 constexpr std::int64_t SecondsOfSilence = 5;
 
+/// Nil when a part of the program is missing, and no service can be reached.
+Network* NetworkIfAny() {
+  try {
+    return &Host::Current().Network();
+  } catch (const RuntimeException&) {
+    return nullptr;
+  }
+}
+
 }  // namespace
 
 String PostToService(std::string_view path, const String& app_id, const String& ver,
                      const String& regi) {
   if (endpoints::ServiceHost().empty()) return {};
-  HTTPSecureSocket socket(Host::Current().Network());
+  Network* network = NetworkIfAny();
+  if (network == nullptr) return {};
+  HTTPSecureSocket socket(*network);
   socket.SetSecure(true);
   socket.ConnectionType = AnyTLS;
   HTTPSecureSocket::Form form;

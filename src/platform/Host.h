@@ -60,7 +60,8 @@ class Host {
   /// Hands an address to the default browser or mail client. No result.
   virtual void ShowURL(const String& url) = 0;
 
-  /// The network, which lives as long as the host.
+  /// The network, which lives as long as the host. Raises `RuntimeException` when a part of the
+  /// program is missing for it.
   virtual vintrace::Network& Network() = 0;
 
   /// Runs the event loop until `Quit`: raises the application's `OpenDocument` for each document

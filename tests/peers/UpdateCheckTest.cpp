@@ -52,6 +52,7 @@ class UpdateCheckTest : public PeerTest {
     _Main();
     const Lines notices = answer == Notice ? Lines{answer} : Lines{};
     EXPECT_EQ(desktop.Titles(), notices);
+    EXPECT_EQ(desktop.story.size(), 2 * notices.size()) << "the window, and that it is shown";
     desktop.story.clear();
     EXPECT_TRUE(desktop.Choose("upchk"));
     EXPECT_EQ(desktop.Titles(), notices) << "one notice, however often it is shown";

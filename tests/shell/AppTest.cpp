@@ -15,6 +15,7 @@ using AppTest = ScriptedProgram;
 TEST_F(AppTest, TheStartLoadsTheStoreAndWaitsFiveSecondsForEachService) {
   std::filesystem::create_directory(folder.Path() / "data");
   folder.File("data/VNTR.ini", "/A.app\n");
+  const Environment service("VINTRACE_TEST_SERVICE", "service.example");
   host.network.peers = {{.ends = false}, {.ends = false}};
   host.network.whileWaiting = [] { EXPECT_EQ(App::Instance().apploc, Lines{"/A.app"}); };
   _Main();
@@ -23,6 +24,23 @@ TEST_F(AppTest, TheStartLoadsTheStoreAndWaitsFiveSecondsForEachService) {
   EXPECT_LE(host.network.ticks, TenSeconds + 10);
   EXPECT_EQ(host.story, Lines{});
   EXPECT_EQ(ApplicationVersionText(1, 10, 3), "1103");
+}
+
+/// A desktop of a program that is installed in part.
+class HostWithoutNetwork : public ScriptedHost {
+ public:
+  vintrace::Network& Network() override { throw RuntimeException("network.so is missing"); }
+};
+
+TEST(Services, WithoutANetworkFailAsOthersDo) {
+  const TemporaryFolder folder;
+  const Environment dataHome("XDG_DATA_HOME", folder.Path().c_str());
+  const Environment service("VINTRACE_TEST_SERVICE", "service.example");
+  HostWithoutNetwork host;
+  _Main();
+  EXPECT_EQ(host.story, Lines{});
+  host.Choose("upchk");
+  EXPECT_EQ(host.story, Lines{"message: 通信に障害があり、確認できませんでした。"});
 }
 
 /// A desktop on which nothing runs.

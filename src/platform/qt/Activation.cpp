@@ -138,4 +138,12 @@ void EndStartup(const Activation& activation) {
   }
 }
 
+std::optional<KeyPress> KeyPressIn(const QByteArray& type, const void* message) {
+  constexpr std::uint8_t SentBySomeone = 0x80;
+  if (type != "xcb_generic_event_t") return std::nullopt;
+  const auto& event = *static_cast<const xcb_key_press_event_t*>(message);
+  if ((event.response_type & ~SentBySomeone) != XCB_KEY_PRESS) return std::nullopt;
+  return KeyPress{.time = event.time, .window = event.event};
+}
+
 }  // namespace vintrace::qt

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <QByteArray>
+#include <cstdint>
+#include <optional>
+
 #include "platform/String.h"
 
 class QWidget;
@@ -22,5 +26,15 @@ void BringToFront(QWidget& window, const Activation& activation);
 /// Tells the desktop that the start which was given `activation` has come to its end, so that it
 /// shows no clock for it any more.
 void EndStartup(const Activation& activation);
+
+/// That a key was pressed.
+struct KeyPress {
+  std::uint32_t time;  ///< Milliseconds, on the server's clock.
+  quintptr window;     ///< The `WId` of the window which had the focus then.
+};
+
+/// The key that was pressed, if that is what a message of the window system tells, which is as
+/// `QAbstractNativeEventFilter` has it; nothing where windows aren't X11's.
+std::optional<KeyPress> KeyPressIn(const QByteArray& type, const void* message);
 
 }  // namespace vintrace::qt

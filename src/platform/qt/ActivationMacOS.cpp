@@ -12,4 +12,8 @@ void BringToFront(QWidget& window, const Activation& /*activation*/) {
 
 void EndStartup(const Activation& /*activation*/) {}
 
+std::optional<KeyPress> KeyPressIn(const QByteArray& /*type*/, const void* /*message*/) {
+  return std::nullopt;
+}
+
 }  // namespace vintrace::qt

@@ -1,10 +1,12 @@
 #include "platform/qt/QtConnection.h"
 
+#include <QHostAddress>
 #include <QNetworkProxy>
 #include <QPointer>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QTimer>
+#include <QUrl>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -17,6 +19,11 @@ namespace {
 constexpr qint64 AtATime = 65536;  // Bytes.
 
 QString Text(const String& bytes) { return QString::fromUtf8(QByteArray::fromStdString(bytes)); }
+
+/// A host as name servers have it; empty for what can't be one.
+String HostInASCII(const String& host) {
+  return QHostAddress(Text(host)).isNull() ? QUrl::toAce(Text(host)).toStdString() : host;
+}
 
 /// The one place that turns the toolkit's errors into ours.
 SocketError ErrorOf(QAbstractSocket::SocketError error) {
@@ -42,22 +49,19 @@ SocketError ErrorOf(QAbstractSocket::SocketError error) {
 }  // namespace
 
 QtConnection::QtConnection(std::function<void()> changed, const int& waits)
-    : changed_(std::move(changed)), waits_(waits), socket_(std::make_unique<QSslSocket>()) {
+    : changed_(std::move(changed)), waits_(waits) {
+  MakeSocket();
+}
+
+void QtConnection::MakeSocket() {
+  socket_ = std::make_unique<QSslSocket>();
   socket_->setProtocol(QSsl::TlsV1_2OrLater);
   socket_->setPeerVerifyMode(QSslSocket::VerifyPeer);
   // An own proxy of the toolkit's, from the environment, is none of the caller's.
   socket_->setProxy(QNetworkProxy::NoProxy);
-  Listen();
-}
-
-QtConnection::~QtConnection() {
-  // Says good-bye, as far as that needs no waiting.
-  if (!std::exchange(hasEnded_, true) && isOpen_) socket_->disconnectFromHost();
-}
-
-void QtConnection::Listen() {
   QSslSocket* socket = socket_.get();
   QObject::connect(socket, &QSslSocket::connected, [this] {
+    isReached_ = true;
     if (!tlsName_) Tell(Change::Connected);
   });
   QObject::connect(socket, &QSslSocket::encrypted, [this] { Verify(); });
@@ -66,22 +70,51 @@ void QtConnection::Listen() {
   QObject::connect(socket, &QSslSocket::encryptedBytesWritten, [this] { Send(); });
   QObject::connect(socket, &QSslSocket::bytesWritten, [this] { Send(); });
   QObject::connect(socket, &QSslSocket::errorOccurred,
-                   [this](QAbstractSocket::SocketError error) { End(ErrorOf(error)); });
+                   [this](QAbstractSocket::SocketError error) { Fail(ErrorOf(error)); });
   QObject::connect(socket, &QSslSocket::disconnected, [this] { End(SocketError::Ended); });
+}
+
+QtConnection::~QtConnection() {
+  lookup_.reset();
+  // Says good-bye, as far as that needs no waiting.
+  if (!std::exchange(hasEnded_, true) && isOpen_) socket_->disconnectFromHost();
 }
 
 void QtConnection::Open(const String& host, std::int64_t port,
                         const std::optional<String>& tlsName) {
   constexpr std::int64_t LastPort = 65535;
   if (port < 1 || port > LastPort) return End(SocketError::InvalidPort);
-  if (host.empty()) return End(SocketError::NameNotFound);
+  const String name = HostInASCII(host);
+  if (name.empty()) return End(SocketError::NameNotFound);
   tlsName_ = tlsName;
-  const auto number = static_cast<quint16>(port);
-  if (tlsName) {
-    socket_->connectToHostEncrypted(Text(host), number, Text(*tlsName));
+  port_ = static_cast<quint16>(port);
+  // The toolkit's own lookup would be waited for when the program ends.
+  lookup_.emplace(name, [this](const std::vector<String>& addresses) {
+    QMetaObject::invokeMethod(&context_, [this, addresses] {
+      addresses_.assign(addresses.begin(), addresses.end());
+      TryNext(SocketError::NameNotFound);
+    });
+  });
+}
+
+void QtConnection::TryNext(SocketError error) {
+  if (addresses_.empty()) return End(error);
+  const QString address = Text(addresses_.front());
+  addresses_.pop_front();
+  if (tlsName_) {
+    socket_->connectToHostEncrypted(address, port_, Text(*tlsName_));
   } else {
-    socket_->connectToHost(Text(host), number);
+    socket_->connectToHost(address, port_);
   }
+}
+
+void QtConnection::Fail(SocketError error) {
+  if (isReached_ || addresses_.empty()) return End(error);
+  // The socket has still something to do when it has told of the error.
+  QTimer::singleShot(0, &context_, [this, error] {
+    MakeSocket();
+    TryNext(error);
+  });
 }
 
 void QtConnection::StartTLS(const String& tlsName) {

@@ -6,7 +6,9 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
+#include "platform/NameLookup.h"
 #include "platform/Network.h"
 
 namespace vintrace::qt {
@@ -29,7 +31,10 @@ class QtConnection : public Connection {
   SocketError Error() const override { return error_; }
 
  private:
-  void Listen();
+  void MakeSocket();
+  /// Connects to the next address; with none left, the connection has ended with that error.
+  void TryNext(SocketError error);
+  void Fail(SocketError error);
   void Verify();
   void Receive();
   void Send();
@@ -42,7 +47,11 @@ class QtConnection : public Connection {
   const int& waits_;
   QObject context_;  // What the event loop still has to call goes with it.
   bool isAnnounced_ = false;
+  std::optional<NameLookup> lookup_;
+  std::deque<String> addresses_;  // Those that haven't been tried.
+  quint16 port_ = 0;
   std::unique_ptr<QSslSocket> socket_;
+  bool isReached_ = false;  // One of the addresses took the connection.
   std::optional<String> tlsName_;
   std::deque<Change> changes_;
   String received_;

@@ -1,9 +1,11 @@
 #include "platform/qt/QtHost.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QFile>
 #include <QFileOpenEvent>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QSocketNotifier>
 #include <QStringDecoder>
@@ -34,24 +36,41 @@ namespace vintrace::qt {
 
 /// Takes the system's own open-documents event, where the system has one, and brings the menu items
 /// up to date before a key is tried as their shortcut.
-class QtHost::EventFilter : public QObject {
+class QtHost::EventFilter : public QObject, public QAbstractNativeEventFilter {
  public:
   explicit EventFilter(QtHost& host) : host_(host) {}
 
+  bool nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) override {
+    constexpr std::size_t Most = 256;  // That may not have been handled yet.
+    if (const auto press = KeyPressIn(type, message)) presses_.push_back(*press);
+    if (presses_.size() > Most) presses_.pop_front();
+    return false;
+  }
+
  protected:
   bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    if (event->type() == QEvent::ShortcutOverride) host_.RefreshMenus();
+    if (event->type() == QEvent::ShortcutOverride) TakeKey(static_cast<QKeyEvent&>(*event));
     if (event->type() != QEvent::FileOpen) return false;
     HandOver(static_cast<QFileOpenEvent*>(event)->file());
     return true;
   }
 
  private:
+  // A key goes to the window that has the focus when it is handled, after a wait, but acts in the
+  // one in which it was pressed.
+  void TakeKey(const QKeyEvent& key) {
+    const auto press =
+        std::ranges::find(presses_, static_cast<std::uint32_t>(key.timestamp()), &KeyPress::time);
+    if (press != presses_.end()) host_.ComeToFrontForKey(press->window);
+    host_.RefreshMenus();
+  }
+
   void HandOver(const QString& file) {
     if (!file.isEmpty()) host_.HandOver(FolderItem(QFile::encodeName(file).toStdString()));
   }
 
   QtHost& host_;
+  std::deque<KeyPress> presses_;
 };
 
 /// While a box or dialog has a loop of its own, documents and new windows wait.
@@ -79,6 +98,7 @@ QtHost::QtHost(char* argv[])
   QApplication::setDesktopFileName("vintrace");
   QApplication::setQuitOnLastWindowClosed(false);
   qtApplication_.installEventFilter(eventFilter_.get());
+  qtApplication_.installNativeEventFilter(eventFilter_.get());
 }
 
 QtHost::~QtHost() {
@@ -149,8 +169,9 @@ void QtHost::Closed(Window& window) {
 }
 
 void QtHost::ShowMessage(const String& text) {
-  if (quitting_) return;
   const ModalScope scope(*this);
+  LetUserGoFirst();
+  if (quitting_) return;
   // It goes with its parent, should that be destroyed while it is open.
   const QPointer<QMessageBox> box = new QMessageBox(FrontWidget());
   box->setWindowTitle(QApplication::applicationName());
@@ -162,8 +183,9 @@ void QtHost::ShowMessage(const String& text) {
 }
 
 std::optional<FolderItem> QtHost::AskForFile(const FileRequest& request) {
-  if (quitting_) return std::nullopt;
   const ModalScope scope(*this);
+  LetUserGoFirst();
+  if (quitting_) return std::nullopt;
   return qt::AskForFile(request, FrontWidget());
 }
 
@@ -181,7 +203,7 @@ Network& QtHost::Network() {
   if (!network_) {
     network_ = MakeNetwork([this](bool waits) {
       awaitsNetwork_ = waits;
-      holdsDocuments_ = true;
+      userGoesFirst_ = true;
       if (!waits) QTimer::singleShot(0, &qtApplication_, [this] { CatchUpBehindUser(); });
     });
   }
@@ -225,17 +247,22 @@ void QtHost::CatchUpLater() {
 }
 
 void QtHost::CatchUpBehindUser() {
-  constexpr std::chrono::milliseconds AtMost(50);
   if (awaitsNetwork_) return;  // The next wait has begun.
-  QCoreApplication::processEvents(QEventLoop::AllEvents, AtMost.count());
-  holdsDocuments_ = false;
+  LetUserGoFirst();
   CatchUp();
+}
+
+void QtHost::LetUserGoFirst() {
+  constexpr std::chrono::milliseconds AtMost(500);
+  if (!userGoesFirst_ || awaitsNetwork_) return;
+  QCoreApplication::processEvents(QEventLoop::AllEvents, AtMost.count());
+  userGoesFirst_ = false;
 }
 
 void QtHost::CatchUp() {
   if (quitting_ || modalDepth_ > 0) return;
   ShowWhatWaits();
-  if (!started_ || holdsDocuments_) return;
+  if (!started_ || userGoesFirst_) return;
   if (handedOver_.empty()) return AllHandedOver();
   if (!IsAwaitingPaint()) HandOverNext();
 }
@@ -326,6 +353,13 @@ void QtHost::RefreshMenus() {
 void QtHost::ComeToFront(Window& window) {
   Windows().BringToFront(window.shared_from_this());
   RefreshMenus();
+}
+
+void QtHost::ComeToFrontForKey(quintptr window) {
+  for (const auto& [shown, widget] : widgets_) {
+    const bool pressedThere = widget->internalWinId() == window;
+    if (pressedThere && shown->IsOpen()) return ComeToFront(widget->Shown());
+  }
 }
 
 void QtHost::Quit(int exitStatus) {

@@ -84,8 +84,10 @@ class QtHost : public Host {
   /// comes round and no box or dialog is open. While somebody waits for the network, the documents
   /// wait on.
   void CatchUpLater();
-  /// The same behind what the user has done during a wait, in windows that were there then.
+  /// The same, but what the user did while somebody waited for the network comes first.
   void CatchUpBehindUser();
+  /// Has that handled, if there may be any.
+  void LetUserGoFirst();
   void CatchUp();
   void ShowWhatWaits();
   bool IsAwaitingPaint();
@@ -101,6 +103,8 @@ class QtHost : public Host {
   MenuBarFace* Menus();
   void RefreshMenus();
   void ComeToFront(Window& window);
+  /// The same for the window of that `WId`, if it is one of ours.
+  void ComeToFrontForKey(quintptr window);
   /// The widget that a user is to see first: a box or dialog, or else the front window; nil for
   /// none.
   QWidget* Foremost() const;
@@ -117,7 +121,7 @@ class QtHost : public Host {
   std::unique_ptr<InstanceService> instances_;
   std::unique_ptr<vintrace::Network> network_;
   bool awaitsNetwork_ = false;
-  bool holdsDocuments_ = false;  // Until what the user did during such a wait has been handled.
+  bool userGoesFirst_ = false;  // What was done during such a wait hasn't been handled.
   std::unordered_map<const Window*, WindowWidget*> widgets_;
   std::vector<QPointer<WindowWidget>> unshown_;
   std::deque<HandedOver> handedOver_;

@@ -152,9 +152,8 @@ bool WindowWidget::eventFilter(QObject* watched, QEvent* event) {
   // A press in a window to which the window manager gives no focus makes it the front one all the
   // same, before the press is acted upon: the buttons work on the window in front.
   if (event->type() == QEvent::MouseButtonPress) IsInFront();
-  if (event->type() == QEvent::KeyPress && PressesDefault(static_cast<QKeyEvent&>(*event))) {
-    return true;
-  }
+  const bool isKey = event->type() == QEvent::KeyPress && watched->parent() == content_;
+  if (isKey && PressesDefault(static_cast<QKeyEvent&>(*event))) return true;
   return QWidget::eventFilter(watched, event);
 }
 
@@ -164,6 +163,7 @@ void WindowWidget::IsInFront() {
 
 bool WindowWidget::PressesDefault(const QKeyEvent& key) {
   if (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter) return false;
+  if ((key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return false;
   for (const auto& control : window_->Controls()) {
     auto* button = dynamic_cast<PushButton*>(control.get());
     if (button == nullptr || !button->Default()) continue;

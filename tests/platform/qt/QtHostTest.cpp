@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <array>
 
 #include "platform/Desktop.h"
 #include "platform/Exceptions.h"
@@ -325,19 +326,23 @@ class PaintCounter : public QObject {
   }
 };
 
-TEST_F(QtHostTest, TheNextDocumentWaitsUntilTheWindowOfTheOneBeforeIsDrawn) {
+TEST_F(QtHostTest, EachWindowOfTheStartIsDrawnBeforeWhatComesNext) {
   auto& host = Start({"/a.indd", "/b.indd"});
-  PaintCounter counter;
-  int paintsBeforeTheSecond = 0;
+  std::array<PaintCounter, 2> counters;
+  std::size_t opened = 0;
+  const auto expectDrawn = [&] {
+    for (std::size_t i = 0; i < opened; ++i) EXPECT_GT(counters.at(i).paints, 0);
+  };
   app->onDocument = [&] {
-    if (story.back() == "document /b.indd") {
-      paintsBeforeTheSecond = counter.paints;
-      return desktop::Quit(0);
-    }
-    Child(*Window::New<Window1>(), "PushButton3").installEventFilter(&counter);
+    expectDrawn();
+    Child(*Window::New<Window1>(), "PushButton3").installEventFilter(&counters.at(opened++));
+  };
+  app->onOpen = [&] {
+    EXPECT_EQ(opened, 2U);
+    expectDrawn();
+    desktop::Quit(0);
   };
   host.Run();
-  EXPECT_GT(paintsBeforeTheSecond, 0);
 }
 
 TEST_F(QtHostTest, WhatBreaksInAnEventIsReportedAndTheNextOneComes) {

@@ -5,11 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
-#include <QPushButton>
 #include <QTest>
 
 #include "platform/qt/WindowWidget.h"
 #include "resources/Endpoints.h"
+#include "resources/Pictures.h"
 #include "support/HostUnderTest.h"
 
 namespace vintrace::test {
@@ -51,20 +51,29 @@ TEST_F(UpdateWinTest, FloatsWithItsControlsInTheirPlacesWhateverItsSize) {
   EXPECT_EQ(Widget().maximumSize(), QSize(32000, 32000));
   EXPECT_EQ(Widget().size(), QSize(337, 115));
   EXPECT_EQ(Child<QLabel>("Label2").alignment(), Qt::AlignTop | Qt::AlignHCenter);
+  EXPECT_EQ(notice->Canvas1().Backdrop(), pictures::icon48());
+  EXPECT_EQ(notice->Design().placement, Placement::CentreOfMainScreen);
   const struct {
     const char* name;
     QRect place;
     std::string text;
+    int pixelSize;
   } rows[] = {
-      {"Label1", {87, 14, 230, 20}, "新しいバージョンが公開されています。"},
-      {"PushButton1", {251, 75, 66, 20}, "閉じる"},
-      {"PushButton2", {87, 75, 152, 20}, "最新版をダウンロード"},
-      {"Label2", {97, 42, 210, 20}, "サイトを見に行く " + page},
-      {"Canvas1", {20, 14, 48, 48}, "Vintraceのアイコン"},
+      {"Label1", {87, 14, 230, 20}, "新しいバージョンが公開されています。", QFont().pixelSize()},
+      {"PushButton1", {251, 75, 66, 20}, "閉じる", 12},
+      {"PushButton2", {87, 75, 152, 20}, "最新版をダウンロード", 12},
+      {"Label2", {97, 42, 210, 20}, "サイトを見に行く " + page, 12},
+      {"Canvas1", {20, 14, 48, 48}, "Vintraceのアイコン", QFont().pixelSize()},
   };
+  for (int index = 0; index < 5; ++index) {
+    EXPECT_EQ(notice->Control(index)->Design().name, rows[index].name);
+    EXPECT_EQ(notice->Control(index)->Design().tabIndex, index);
+    EXPECT_EQ(Child(rows[index].name).font().pixelSize(), rows[index].pixelSize);
+    EXPECT_EQ(Child(rows[index].name).font().family(), QFont().family());
+  }
   for (const QSize size : {QSize(337, 115), QSize(64, 64), QSize(600, 400)}) {
     Widget().resize(size);
-    for (const auto& [name, place, text] : rows) {
+    for (const auto& [name, place, text, pixelSize] : rows) {
       const auto& control = Child(name);
       EXPECT_EQ(control.geometry(), place) << name;
       const QString shown = control.property("text").toString();

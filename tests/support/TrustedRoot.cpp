@@ -1,0 +1,18 @@
+// Linked into a program, this has it trust the root authority that the environment names.
+
+#include <QCoreApplication>
+#include <QSslConfiguration>
+
+namespace {
+
+void TrustRoot() {
+  const QString root = qEnvironmentVariable("VINTRACE_TEST_ROOT");
+  if (root.isEmpty()) return;
+  auto configuration = QSslConfiguration::defaultConfiguration();
+  configuration.addCaCertificates(root);
+  QSslConfiguration::setDefaultConfiguration(configuration);
+}
+
+}  // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(TrustRoot)
