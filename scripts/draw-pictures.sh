@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Draws the PNG pictures from src/resources/pictures/pictures.svg, each at its
-# own size and at twice that size (NAME.png, NAME@2x.png).
+# own size and at twice that size (NAME.png, NAME@2x.png), and the program's
+# icons for the desktop.
 #
 # The results are kept in the repository, so the build does not need this
 # script: run it after a change to the drawing.
@@ -18,6 +19,9 @@ fail() {
 
 command -v rsvg-convert >/dev/null \
   || fail 'rsvg-convert not found, install the Debian package librsvg2-bin'
+
+command -v png2icns >/dev/null \
+  || fail 'png2icns not found, install the Debian package icnsutils'
 
 # Another font would be used without a word, with other widths.
 if command -v fc-list >/dev/null && [[ -z $(fc-list 'DejaVu Sans:bold') ]]; then
@@ -37,3 +41,10 @@ for name in "${releases[@]}" icon48; do
   draw "$name" 48 48
 done
 draw splash 460 300
+
+icons=$(cd -- "$pictures/../../../packaging/icons" && pwd)
+rsvg-convert --export-id=icon48 --format=svg --width=48 --height=48 --output="$icons/vintrace.svg" "$source"
+for size in 48 128 256; do
+  rsvg-convert --export-id=icon48 --width=$size --height=$size --output="$icons/$size.png" "$source"
+done
+png2icns "$icons/../macos/vintrace.icns" "$icons"/{48,128,256}.png >/dev/null

@@ -2,11 +2,12 @@
 # Sourced: makes sure that Debian packages are installed.
 
 # What the programs need to be built and run, what the tests need beyond it, and what only the
-# benchmarks and the checks of the code itself need.
+# benchmarks, the checks of the package and those of the code itself need.
 BUILD_PACKAGES=(cmake g++ libexpat1-dev libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
 TEST_PACKAGES=(apache2-bin libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
 BENCH_PACKAGES=(curl libbenchmark-dev libssl-dev nginx-light strace time xvfb)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+PACKAGE_PACKAGES=(appstream desktop-file-utils dpkg-dev libfile-mimeinfo-perl libglib2.0-bin lintian openbox shared-mime-info x11-utils xdg-utils xdotool xvfb)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)
 
 missing_packages() {
@@ -24,15 +25,21 @@ need_packages() {
     need_commands
     return
   fi
-  local missing as_root=()
+  local missing
   mapfile -t missing < <(missing_packages "$@")
   [ ${#missing[@]} -gt 0 ] || return 0
-  if [ "$(id -u)" != 0 ]; then
-    command -v sudo >/dev/null || stop "please install, as root: apt-get install ${missing[*]}"
-    as_root=(sudo)
-  fi
+  [ "$(id -u)" = 0 ] || command -v sudo >/dev/null ||
+    stop "please install, as root: apt-get install ${missing[*]}"
   echo "Installing ${missing[*]}" >&2
-  "${as_root[@]}" sh -c "$INSTALL" sh "${missing[@]}" >&2
+  as_root sh -c "$INSTALL" sh "${missing[@]}" >&2
+}
+
+as_root() {
+  if [ "$(id -u)" = 0 ]; then
+    "$@"
+  else
+    sudo "$@"
+  fi
 }
 
 # Servers among the packages, which tests start by themselves, are not to start as services.

@@ -18,4 +18,6 @@ if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ] && [ "$(uname)"
   echo "There is no display, so here are the rows instead of the windows:" >&2
   exec "$project/build/release/vintrace-inspect" -- "${documents[@]}"
 fi
-exec "$project/build/release/vintrace" "${documents[@]}"
+program="$project/build/release/vintrace"
+[ "$(uname)" != Darwin ] || program="$project/build/release/Vintrace.app/Contents/MacOS/Vintrace"
+exec "$program" "${documents[@]}"

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Builds the package twice and looks at it, then lives with it on this machine, as root or with sudo:
+# it is installed, opens a document, and is removed. scripts/check-package.sh [DOCUMENT.indd]
+# The package stays in build/package.
+set -euo pipefail
+unset CDPATH
+project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/packages.sh
+. "$project/scripts/packages.sh"
+
+document=${1:-"$project/examples/CS4 Windows.indd"}
+folder=$(mktemp -d)
+end() {
+  as_root dpkg --purge vintrace >/dev/null 2>&1 || true
+  rm -rf "$folder"
+}
+trap end EXIT
+
+# pack BUILD RESULT: builds in that folder, and puts the package there.
+pack() {
+  cmake -S "$project" -B "$1" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+  cmake --build "$1" >"$folder/log" || { cat "$folder/log"; exit 1; }
+  (cd "$1" && cpack -B "$2" >/dev/null)
+}
+
+# The names of all files that don't belong to a user, the package manager, or the running system.
+names() {
+  find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /run -o -path /tmp -o -path /home \
+    -o -path /root -o -path "$project" -o -path /var/cache -o -path /var/lib/apt \
+    -o -path /var/lib/dpkg -o -path /var/log \) -prune -o -print 2>/dev/null | sort
+}
+
+need_packages "${BUILD_PACKAGES[@]}" "${PACKAGE_PACKAGES[@]}"
+
+SOURCE_DATE_EPOCH=$(date --utc --date=2026-11-23 +%s)
+export SOURCE_DATE_EPOCH
+result="$project/build/package"
+rm -rf "$result"
+pack "$project/build/release" "$result"
+pack "$folder/again" "$folder/again/package"
+package=$(echo "$result"/*.deb)
+cmp "$package" "$folder"/again/package/*.deb
+
+lintian --allow-root --fail-on error,warning "$package"
+dpkg-deb --extract "$package" "$folder/root"
+desktop-file-validate "$folder"/root/usr/share/applications/*.desktop
+appstreamcli validate-tree --no-net "$folder/root"
+
+names >"$folder/before"
+as_root apt-get install --yes --quiet --quiet --no-install-recommends "$package"
+"$project/scripts/with-desktop.sh" "$project/scripts/open-installed.sh" "$document"
+/usr/bin/vintrace-inspect "$document"
+as_root apt-get purge --yes --quiet --quiet vintrace
+names | diff "$folder/before" -
