@@ -11,7 +11,7 @@ project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 seconds=${1:-5}
 shift $(($# > 0 ? 1 : 0))
 targets=("$@")
-[ $# -gt 0 ] || targets=(headers challenge reply)
+[ $# -gt 0 ] || targets=(headers challenge reply inspection settings start)
 
 need_packages "${BUILD_PACKAGES[@]}" "${FUZZ_PACKAGES[@]}"
 cd "$project"

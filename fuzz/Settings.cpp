@@ -1,0 +1,61 @@
+// The settings file: what is loaded from it, found in it and written back.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "Require.h"
+#include "launch/LocationStore.h"
+#include "support/TemporaryFolder.h"
+
+namespace vintrace::fuzz {
+namespace {
+
+/// The lines by a plain reading of the bytes.
+std::vector<String> LinesOf(std::string_view bytes) {
+  std::vector<String> lines(1);
+  for (const char byte : bytes) {
+    if (byte != '\n') {
+      lines.back() += byte;
+      continue;
+    }
+    if (lines.back().ends_with('\r')) lines.back().pop_back();
+    lines.emplace_back();
+  }
+  if (lines.size() > 1 && lines.back().empty()) lines.pop_back();
+  return lines;
+}
+
+/// A path comes back from its shell form as it was.
+void RequireReadable(const String& line) {
+  const auto item = GetFolderItem(line, PathMode::Shell);
+  if (!item) return;
+  Require(item->NativePath().starts_with('/'));
+  const auto again = GetFolderItem(item->ShellPath(), PathMode::Shell);
+  Require(again && again->NativePath() == item->NativePath());
+}
+
+void Run(std::string_view bytes) {
+  static const test::TemporaryFolder folder;
+  const FolderItem file = folder.File("VNTR.ini", bytes);
+  auto locations = launch::LoadLocations(file);
+  Require(locations == LinesOf(bytes));
+  for (const String& line : locations) RequireReadable(line);
+  const String product(bytes.substr(0, 3));
+  if (product.empty()) return;
+  const auto found = launch::FindLocation(locations, product);
+  launch::AddLocation(file, locations, "/" + product);
+  const auto foundNow = launch::FindLocation(locations, product);
+  Require(!found || foundNow == found);
+  launch::RemoveLocation(file, locations, 0);
+  Require(locations.size() == LinesOf(bytes).size());
+}
+
+}  // namespace
+}  // namespace vintrace::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  vintrace::fuzz::Run({reinterpret_cast<const char*>(data), size});
+  return 0;
+}
