@@ -24,7 +24,8 @@ class FolderItem {
   /// The item `name` in this folder, whether it exists or not.
   FolderItem Child(std::string_view name) const;
 
-  /// True when something lies at the location, of whatever kind; what a link leads to counts.
+  /// True when something lies at the location, of whatever kind; what a link leads to counts. So
+  /// does what the system can't tell of.
   bool Exists() const;
 
   /// The whole path in shell form: a POSIX shell reads it as one word of the same bytes, whatever

@@ -2,12 +2,16 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
+
 namespace vintrace {
 
 bool FolderItem::Exists() const {
   struct stat status {};
   // A path with a zero byte would reach the system cut short, and so name another item.
-  return path_.find('\0') == String::npos && stat(path_.c_str(), &status) == 0;
+  if (path_.find('\0') != String::npos) return false;
+  return stat(path_.c_str(), &status) == 0 ||
+         (errno != ENOENT && errno != ENOTDIR && errno != ENAMETOOLONG);
 }
 
 }  // namespace vintrace
