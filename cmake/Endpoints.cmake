@@ -1,5 +1,5 @@
 # The publisher's addresses. The defaults stand under the reserved domain .example, which resolves
-# nowhere: a build that nobody configured leads to nobody's site and calls nobody.
+# nowhere: a build that nobody configured leads to nobody's site and reaches nobody.
 
 set(VINTRACE_SERVICE_HOST "service.vt.example" CACHE STRING
     "Host that is asked over HTTPS for a newer release and told of each start, with :PORT if it isn't 443; empty to call nobody")

@@ -176,8 +176,7 @@ bool HTTPSecureSocket::_DoConnect(String url, String method, std::optional<Folde
 }
 
 void HTTPSecureSocket::_ParseURL(const String& url) {
-  if (ports_ && Port == ports_->ofProxy) Port = ports_->ofCaller;
-  ports_.reset();
+  GiveBackPort();
   const RequestURL parts = SplitURL(url);
   _server = parts.server;
   _path = parts.path;
@@ -189,6 +188,11 @@ void HTTPSecureSocket::_ParseURL(const String& url) {
   }
   Address = parts.host;
   PeerName = parts.host;
+}
+
+void HTTPSecureSocket::GiveBackPort() {
+  if (ports_ && Port == ports_->ofProxy) Port = ports_->ofCaller;
+  ports_.reset();
 }
 
 void HTTPSecureSocket::TurnToProxy() {

@@ -70,8 +70,8 @@ void HTTPSecureSocket::_ReceiveHeaders() {
   _ParseHeaders(Read(end->position));
   if (tunnelMode == 1 && _httpStatusCode == StatusOK) return _OpenTunnel();
   if (_AnswerChallenge()) return;
-  Read(end->blankLine);
   if (!Raise(HeadersReceived, _pageHeaders, _httpStatusCode)) return;
+  Read(end->blankLine);
   _ProcessData(ReadAll());
 }
 
@@ -120,8 +120,10 @@ void HTTPSecureSocket::_ProcessData(const String& data) {
 
 bool HTTPSecureSocket::_Store(const String& data) {
   if (!_downloadStream) {
-    _pageBuffer.Append(data);
-    return true;
+    const bool fits = LongestPage == 0 || _pageBuffer.Size() + data.size() <= LongestPage;
+    if (fits) _pageBuffer.Append(data);
+    if (!fits) Fail(PageTooLong);
+    return fits;
   }
   try {
     _downloadStream->Write(data);
@@ -156,6 +158,7 @@ void HTTPSecureSocket::Event_Error() {
 
 void HTTPSecureSocket::HangUp() {
   Close();
+  GiveBackPort();
   _connectionValid = false;
   // A tunnel that isn't open yet is not secure, but the next request is to be.
   if (std::exchange(tunnelMode, 0) != 0) SetSecure(true);

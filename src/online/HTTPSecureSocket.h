@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -36,6 +37,7 @@ class HTTPSecureSocket : public SSLSocket {
   static constexpr int NoError = 0;
   static constexpr int TargetError = 1;     ///< The download's file can't be made or written.
   static constexpr int HeadersTooLong = 2;  ///< More than 64 KB without an end.
+  static constexpr int PageTooLong = 3;     ///< More than `LongestPage`.
   static constexpr int TimedOut = -1;
 
   /// `network` lives longer.
@@ -56,6 +58,8 @@ class HTTPSecureSocket : public SSLSocket {
   std::int64_t timeoutSeconds = 0;
   /// Through a proxy: 0 without a tunnel, 1 while one is asked for, 2 in it.
   int tunnelMode = 0;
+  /// Bytes of a page in memory; 0: as many as come.
+  std::size_t LongestPage = 0;
   /// A blocking request lets the event loop run.
   bool Yield = false;
 
@@ -130,6 +134,8 @@ class HTTPSecureSocket : public SSLSocket {
   /// False when the file can't be made, and then nothing is under way.
   bool _DoConnect(String url, String method, std::optional<FolderItem> file);
   void TurnToProxy();
+  /// Ends that.
+  void GiveBackPort();
   void _ResetVariables();
   bool _SetDownloadFile(std::optional<FolderItem> file);
   void _KillDownloadStream();

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int AnyTLS = 3;
 constexpr std::int64_t SecondsOfSilence = 5;
+constexpr std::size_t LongestReply = 65536;  // An error page, as much as one word.
 
 /// Nil when a part of the program is missing, and no service can be reached.
 Network* NetworkIfAny() {
@@ -30,6 +31,7 @@ String PostToService(std::string_view path, const String& app_id, const String& 
   HTTPSecureSocket socket(*network);
   socket.SetSecure(true);
   socket.ConnectionType = AnyTLS;
+  socket.LongestPage = LongestReply;
   HTTPSecureSocket::Form form;
   form.Set("app_id", app_id);
   form.Set("ver", ver);

@@ -60,9 +60,9 @@ class Network {
   /// to tell, but not while somebody waits; it may destroy the connection, and raises nothing.
   virtual std::unique_ptr<Connection> NewConnection(std::function<void()> changed) = 0;
 
-  /// Lets connections go on until `over()` is true. That is asked at once, whenever something has
-  /// changed, and every few milliseconds. Windows are repainted meanwhile, but nothing that a user
-  /// or another program wants is handled before the end.
+  /// Lets connections go on until `over()` is true, or the program is to end. That is asked at
+  /// once, whenever something has changed, and every few milliseconds. Windows are repainted
+  /// meanwhile, but nothing that a user or another program wants is handled before the end.
   virtual void WaitUntil(const std::function<bool()>& over) = 0;
   /// Handles all that waits in the event loop, what a user does too.
   virtual void DoEvents() = 0;

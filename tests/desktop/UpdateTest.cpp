@@ -91,6 +91,21 @@ TEST_F(UpdateOnDesktop, WhileAServiceIsSilentAllIsSeenNothingIsDoneAndNothingLos
   }
 }
 
+TEST_F(UpdateOnDesktop, ImpatientClicksOnAButtonAskOnce) {
+  SilentService service;
+  StartWithService(service.Host(), {PathOfDocument("a.indd")});
+  ASSERT_TRUE(service.IsAsked());
+  const WId window = WindowNamed("a.indd");
+  for (int click = 0; click < 3; ++click) Click(window, Place(window, {90, 121}));
+  service.Go();
+  const WId dialog = WindowNamed("Adobe InDesign CS6を選択して下さい。");
+  ASSERT_NE(dialog, 0U);
+  Press(dialog, {"Escape"});
+  DismissMessage();
+  WaitAWhile();
+  EXPECT_TRUE(HasWindows({"a.indd"}));
+}
+
 TEST_F(UpdateOnDesktop, AQuitWhileAServiceIsSilentComesRightAfter) {
   enum { Signal, Key, KeyBeforeAMessage };
   for (const auto kind : {Signal, Key, KeyBeforeAMessage}) {
@@ -108,9 +123,11 @@ TEST_F(UpdateOnDesktop, AQuitWhileAServiceIsSilentComesRightAfter) {
     } else {
       Press(window, {"ctrl+q"});
     }
-    WaitAWhile();
-    EXPECT_EQ(program.state(), QProcess::Running);
-    service.Go();
+    if (kind != Signal) {
+      WaitAWhile();
+      EXPECT_EQ(program.state(), QProcess::Running);
+      service.Go();
+    }
     AwaitEnd();
   }
 }
@@ -120,17 +137,28 @@ TEST_F(UpdateOnDesktop, TheNoticeComesOverADocumentAndReturnOpensTheDownload) {
   const Environment root("VINTRACE_TEST_ROOT", authority.Root().c_str());
   TlsServer service(authority.Sign("service"));
   for (const char* reply : {"true", "", "true", "false", "else"}) {
-    service.Expect({.pieces = {"HTTP/1.0 200 OK\r\n\r\n", reply}});
+    service.Expect({.pieces = {std::string("HTTP/1.0 200 OK\r\n\r\n") + reply},
+                    .pause = std::chrono::milliseconds(500)});
   }
   const QString title = "Vintrace CS Ver.1.20";
   StartWithService("localhost:" + std::to_string(service.Port()), {PathOfDocument("a.indd")});
+  const WId document = WindowNamed("a.indd");
+  ASSERT_NE(document, 0U);
+  Press(document, {"Return"});  // Which is none of the notice's, as that isn't there yet.
   const WId notice = WindowNamed(title);
   ASSERT_NE(notice, 0U);
   EXPECT_EQ(Screenshot(notice).size(), QSize(337, 115));
-  EXPECT_TRUE(
-      OutputOf("xprop", {"-id", QString::number(notice), "_NET_WM_STATE"}).contains("ABOVE"));
-  const WId document = WindowNamed("a.indd");
+  const auto isAbove = [&] {
+    return OutputOf("xprop", {"-id", QString::number(notice), "_NET_WM_STATE"}).contains("ABOVE");
+  };
+  EXPECT_TRUE(Comes(isAbove));
+  Press(document, {"ctrl+c"});
+  ASSERT_NE(WindowNamed("Vintrace"), 0U);
+  EXPECT_TRUE(Comes([&] { return !isAbove(); })) << "a box would be hidden";
+  DismissMessage();
+  EXPECT_TRUE(Comes(isAbove));
   Press(document, {"ctrl+r"});
+  WaitAWhile();
   ASSERT_TRUE(HasWindows({title.toStdString(), "a.indd"})) << "the same one again";
   Press(notice, {"Return"});
   EXPECT_TRUE(HasWindows({"a.indd"}));

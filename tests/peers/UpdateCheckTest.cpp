@@ -1,7 +1,7 @@
 // The exchanges with the online services, from the start and from the menu item to the bytes on the
 // wire.
 
-#include <array>
+#include <QTest>
 
 #include "peers/PeerFixture.h"
 #include "peers/TlsServer.h"
@@ -119,7 +119,12 @@ TEST_F(UpdateCheckTest, WithoutAServiceTheCheckFailsAndTheProgramGoesOn) {
     impostor.Expect({.pieces = {"HTTP/1.0 200 OK\r\n\r\ntrue"}});
   }
   ExpectAnswer(ServiceAt(impostor), Failed);
-  EXPECT_EQ(impostor.Requests(), Lines(3)) << "not one byte";
+  Lines seen;
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    for (const auto& request : impostor.Requests()) seen.push_back(request);
+    return seen.size() == 3;
+  }));
+  EXPECT_EQ(seen, Lines(3)) << "not one byte";
   hasty.connections = 0;
   ExpectAnswer("", Failed);
   EXPECT_EQ(hasty.connections, 0) << "a build for a distributor calls nobody";

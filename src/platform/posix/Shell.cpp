@@ -2,7 +2,8 @@
 
 #include <string_view>
 
-#include "platform/posix/CommandFolder.h"
+#include "platform/Exceptions.h"
+#include "platform/OwnParts.h"
 #include "platform/posix/Process.h"
 
 namespace vintrace {
@@ -13,8 +14,11 @@ constexpr std::string_view UsualPath = "/usr/local/bin:/usr/bin:/bin";
 
 /// Our own commands are found before others of their names.
 void PutOwnCommandsFirst(posix::ProcessEnvironment& environment) {
-  const String own = posix::CommandFolder();
+  const String own = ownParts::CommandFolder();
   if (own.empty()) return;
+  if (own.find(':') != String::npos) {  // Which divides the folders of a search path.
+    throw RuntimeException("The program lies in a folder with a colon in its path");
+  }
   const String path = environment.Value("PATH");
   environment.Set("PATH", own + ':' + (path.empty() ? String(UsualPath) : path));
 }

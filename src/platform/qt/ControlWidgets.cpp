@@ -11,6 +11,8 @@
 #include <QPushButton>
 
 #include "platform/Control.h"
+#include "platform/Host.h"
+#include "platform/Window.h"
 #include "platform/qt/DisplayText.h"
 #include "platform/qt/Fonts.h"
 #include "platform/qt/PictureIcon.h"
@@ -132,7 +134,7 @@ class ButtonFace : public QPushButton, public ControlFace {
   ButtonFace(PushButton& button, QWidget& parent) : QPushButton(&parent), button_(button) {
     Prepare(button, *this);
     setAutoDefault(true);  // Return presses it, as Space does.
-    connect(this, &QPushButton::clicked, this, [this] { button_.RaiseAction(); });
+    connect(this, &QPushButton::clicked, this, [this] { Press(); });
   }
 
   QWidget& Widget() override { return *this; }
@@ -145,6 +147,13 @@ class ButtonFace : public QPushButton, public ControlFace {
   }
 
  private:
+  // The buttons work on the window in front, and assistive technology presses one without bringing
+  // its window there.
+  void Press() {
+    Host::Current().Windows().BringToFront(button_.Owner().shared_from_this());
+    button_.RaiseAction();
+  }
+
   PushButton& button_;
 };
 

@@ -4,8 +4,8 @@
 
 namespace vintrace::qt {
 
-std::unique_ptr<Network> MakeNetwork(const std::function<void(bool)>& waits) {
-  return std::make_unique<QtNetwork>(waits);
+std::unique_ptr<Network> MakeNetwork(const WaitHooks& hooks) {
+  return std::make_unique<QtNetwork>(hooks);
 }
 
 }  // namespace vintrace::qt

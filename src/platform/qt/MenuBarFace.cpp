@@ -73,6 +73,7 @@ QAction* MenuBarFace::ActionOf(const MenuItem& item, QMenu& menu) {
   QAction* action = menu.addAction(TextOf(item));
   action->setObjectName(DisplayText(item.Name()));
   action->setShortcut(KeysOf(item.KeyboardShortcut()));
+  action->setAutoRepeat(false);  // A key that is held is one command.
   action->setAutoRepeat(false);
   action->setMenuRole(RoleOf(item));
   connect(action, &QAction::triggered, this, [this, &item] { Choose(item); });

@@ -11,6 +11,7 @@
 #include <QStringDecoder>
 #include <QTimer>
 #include <QUrl>
+#include <QWindow>
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -35,34 +36,69 @@
 namespace vintrace::qt {
 
 /// Takes the system's own open-documents event, where the system has one, and brings the menu items
-/// up to date before a key is tried as their shortcut.
+/// up to date before a key is tried as their shortcut. A key that was pressed while somebody waited
+/// acts in the window in which it was pressed, whatever has the focus when it comes.
 class QtHost::EventFilter : public QObject, public QAbstractNativeEventFilter {
  public:
   explicit EventFilter(QtHost& host) : host_(host) {}
 
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) override {
-    constexpr std::size_t Most = 256;  // That may not have been handled yet.
-    if (const auto press = KeyPressIn(type, message)) presses_.push_back(*press);
-    if (presses_.size() > Most) presses_.pop_front();
+    if (!host_.IsUsersTurn()) {
+      presses_.clear();
+    } else if (const auto press = KeyPressIn(type, message)) {
+      presses_.push_back(*press);
+    }
     return false;
   }
 
  protected:
-  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    if (event->type() == QEvent::ShortcutOverride) TakeKey(static_cast<QKeyEvent&>(*event));
-    if (event->type() != QEvent::FileOpen) return false;
-    HandOver(static_cast<QFileOpenEvent*>(event)->file());
-    return true;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::ShortcutOverride:
+        if (QWidget* window = WindowOf(*event)) TurnTo(*window);
+        host_.RefreshMenus();
+        return false;
+      case QEvent::KeyPress:
+        return watched->isWindowType() && IsElsewhere(*watched, *event);
+      case QEvent::FileOpen:
+        HandOver(static_cast<QFileOpenEvent*>(event)->file());
+        return true;
+      default:
+        return false;
+    }
   }
 
  private:
-  // A key goes to the window that has the focus when it is handled, after a wait, but acts in the
-  // one in which it was pressed.
-  void TakeKey(const QKeyEvent& key) {
-    const auto press =
-        std::ranges::find(presses_, static_cast<std::uint32_t>(key.timestamp()), &KeyPress::time);
-    if (press != presses_.end()) host_.ComeToFrontForKey(press->window);
-    host_.RefreshMenus();
+  const KeyPress* PressOf(const QEvent& event) const {
+    const auto time = static_cast<std::uint32_t>(static_cast<const QKeyEvent&>(event).timestamp());
+    const auto press = std::ranges::find(presses_, time, &KeyPress::time);
+    return press == presses_.end() ? nullptr : &*press;
+  }
+
+  /// The window in which that key was pressed; nil if it wasn't during a wait, or the window is
+  /// gone.
+  QWidget* WindowOf(const QEvent& event) const {
+    const KeyPress* press = PressOf(event);
+    return press == nullptr ? nullptr : QWidget::find(press->window);
+  }
+
+  // For the shortcuts, which are those of the active window.
+  static void TurnTo(QWidget& window) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    const bool blocked = modal != nullptr && modal != &window;
+    if (!blocked && QApplication::activeWindow() != &window) QApplication::setActiveWindow(&window);
+  }
+
+  /// True when the key is none of this window's: it has gone to its own one, if that is still
+  /// there.
+  bool IsElsewhere(const QObject& surface, QEvent& event) {
+    if (PressOf(event) == nullptr) return false;
+    QWidget* window = WindowOf(event);
+    if (window != nullptr && window->windowHandle() == &surface) return false;
+    const bool takesKeys = window != nullptr && QApplication::activeModalWidget() == nullptr;
+    QWidget* focus = takesKeys ? window->focusWidget() : nullptr;
+    if (takesKeys) QCoreApplication::sendEvent(focus != nullptr ? focus : window, &event);
+    return true;
   }
 
   void HandOver(const QString& file) {
@@ -70,7 +106,7 @@ class QtHost::EventFilter : public QObject, public QAbstractNativeEventFilter {
   }
 
   QtHost& host_;
-  std::deque<KeyPress> presses_;
+  std::vector<KeyPress> presses_;
 };
 
 /// While a box or dialog has a loop of its own, documents and new windows wait.
@@ -79,9 +115,11 @@ class QtHost::ModalScope {
   explicit ModalScope(QtHost& host) : host_(host) {
     ++host_.modalDepth_;
     host_.EndStart();
+    host_.LetFloat();
   }
   ~ModalScope() {
     --host_.modalDepth_;
+    host_.LetFloat();
     host_.CatchUpLater();
   }
   ModalScope(const ModalScope&) = delete;
@@ -165,6 +203,7 @@ void QtHost::Closed(Window& window) {
   widgets_.erase(&window);
   if (widget != nullptr) widget->Dismiss();
   RefreshMenus();
+  LetFloat();
   CatchUpLater();
 }
 
@@ -201,11 +240,12 @@ void QtHost::ShowURL(const String& url) {
 
 Network& QtHost::Network() {
   if (!network_) {
-    network_ = MakeNetwork([this](bool waits) {
-      awaitsNetwork_ = waits;
+    const auto waits = [this](bool begins) {
+      awaitsNetwork_ = begins;
       userGoesFirst_ = true;
-      if (!waits) QTimer::singleShot(0, &qtApplication_, [this] { CatchUpBehindUser(); });
-    });
+      if (!begins) QTimer::singleShot(0, &qtApplication_, [this] { CatchUpBehindUser(); });
+    };
+    network_ = MakeNetwork({.waits = waits, .quits = [this] { return quitting_; }});
   }
   return *network_;
 }
@@ -214,7 +254,10 @@ void QtHost::Run() {
   if (quitting_) return;
   const QuitSignals quitSignals;
   QSocketNotifier signalled(quitSignals.Descriptor(), QSocketNotifier::Read);
-  QObject::connect(&signalled, &QSocketNotifier::activated, [this] { Quit(NormalEnd); });
+  QObject::connect(&signalled, &QSocketNotifier::activated, [this, &signalled] {
+    signalled.setEnabled(false);  // Nobody reads it, and a loop would turn on it.
+    Quit(NormalEnd);
+  });
   QTimer::singleShot(0, &qtApplication_, [this] { Start(); });
   const int status = QApplication::exec();
   if (!quitting_) exitStatus_ = status;
@@ -254,15 +297,16 @@ void QtHost::CatchUpBehindUser() {
 
 void QtHost::LetUserGoFirst() {
   constexpr std::chrono::milliseconds AtMost(500);
-  if (!userGoesFirst_ || awaitsNetwork_) return;
+  if (awaitsNetwork_ || !std::exchange(userGoesFirst_, false)) return;
+  ++userTurns_;
   QCoreApplication::processEvents(QEventLoop::AllEvents, AtMost.count());
-  userGoesFirst_ = false;
+  --userTurns_;
 }
 
 void QtHost::CatchUp() {
   if (quitting_ || modalDepth_ > 0) return;
   ShowWhatWaits();
-  if (!started_ || userGoesFirst_) return;
+  if (!started_ || IsUsersTurn()) return;
   if (handedOver_.empty()) return AllHandedOver();
   if (!IsAwaitingPaint()) HandOverNext();
 }
@@ -326,7 +370,17 @@ void QtHost::ShowAndAwait(WindowWidget& widget) {
   });
   widget.ComeUp();
   if (activation_) BringToFront(widget, activation_);
+  LetFloat();
   KeepModalInFront();
+}
+
+void QtHost::LetFloat() {
+  const bool modal = modalDepth_ > 0 || QApplication::activeModalWidget() != nullptr;
+  for (const auto& [window, widget] : widgets_) {
+    QWindow* surface = widget->windowHandle();
+    if (window->Design().frame != Frame::GlobalFloating || surface == nullptr) continue;
+    surface->setFlag(Qt::WindowStaysOnTopHint, !modal);
+  }
 }
 
 void QtHost::KeepModalInFront() {
@@ -353,13 +407,6 @@ void QtHost::RefreshMenus() {
 void QtHost::ComeToFront(Window& window) {
   Windows().BringToFront(window.shared_from_this());
   RefreshMenus();
-}
-
-void QtHost::ComeToFrontForKey(quintptr window) {
-  for (const auto& [shown, widget] : widgets_) {
-    const bool pressedThere = widget->internalWinId() == window;
-    if (pressedThere && shown->IsOpen()) return ComeToFront(widget->Shown());
-  }
 }
 
 void QtHost::Quit(int exitStatus) {

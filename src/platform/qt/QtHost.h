@@ -86,13 +86,16 @@ class QtHost : public Host {
   void CatchUpLater();
   /// The same, but what the user did while somebody waited for the network comes first.
   void CatchUpBehindUser();
-  /// Has that handled, if there may be any.
+  bool IsUsersTurn() const { return userGoesFirst_ || userTurns_ > 0; }
+  /// Has that handled, if there may be any. Once for a wait: what is handled has its turn already.
   void LetUserGoFirst();
   void CatchUp();
   void ShowWhatWaits();
   bool IsAwaitingPaint();
   void HandOverNext();
   void ShowAndAwait(WindowWidget& widget);
+  /// A floating window is above others, but not above what takes all input.
+  void LetFloat();
   /// What takes all input stays in front of a window that has just come up.
   static void KeepModalInFront();
   void AllHandedOver();
@@ -103,8 +106,6 @@ class QtHost : public Host {
   MenuBarFace* Menus();
   void RefreshMenus();
   void ComeToFront(Window& window);
-  /// The same for the window of that `WId`, if it is one of ours.
-  void ComeToFrontForKey(quintptr window);
   /// The widget that a user is to see first: a box or dialog, or else the front window; nil for
   /// none.
   QWidget* Foremost() const;
@@ -121,7 +122,8 @@ class QtHost : public Host {
   std::unique_ptr<InstanceService> instances_;
   std::unique_ptr<vintrace::Network> network_;
   bool awaitsNetwork_ = false;
-  bool userGoesFirst_ = false;  // What was done during such a wait hasn't been handled.
+  bool userGoesFirst_ = false;  // What was done during such a wait is to be handled,
+  int userTurns_ = 0;           // and so often, one in the other, is being handled.
   std::unordered_map<const Window*, WindowWidget*> widgets_;
   std::vector<QPointer<WindowWidget>> unshown_;
   std::deque<HandedOver> handedOver_;

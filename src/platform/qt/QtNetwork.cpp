@@ -15,12 +15,12 @@ namespace vintrace::qt {
 class QtNetwork::Wait {
  public:
   explicit Wait(QtNetwork& network) : network_(network) {
-    if (network_.depth_++ == 0) network_.waits_(true);
+    if (network_.depth_++ == 0) network_.hooks_.waits(true);
   }
   Wait(const Wait&) = delete;
   Wait& operator=(const Wait&) = delete;
   ~Wait() {
-    if (--network_.depth_ == 0) network_.waits_(false);
+    if (--network_.depth_ == 0) network_.hooks_.waits(false);
   }
 
  private:
@@ -33,7 +33,7 @@ std::unique_ptr<Connection> QtNetwork::NewConnection(std::function<void()> chang
 
 void QtNetwork::WaitUntil(const std::function<bool()>& over) {
   const Wait wait(*this);
-  while (!over()) GiveWay();
+  while (!over() && !hooks_.quits()) GiveWay();
 }
 
 void QtNetwork::GiveWay() {

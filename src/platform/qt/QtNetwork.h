@@ -6,14 +6,14 @@
 #include <utility>
 
 #include "platform/Network.h"
+#include "platform/qt/MakeNetwork.h"
 
 namespace vintrace::qt {
 
 /// The network of the toolkit, in the main thread's event loop.
 class QtNetwork : public Network {
  public:
-  /// `waits` is called with true when a wait begins and with false when it has ended.
-  explicit QtNetwork(std::function<void(bool)> waits = [](bool) {}) : waits_(std::move(waits)) {}
+  explicit QtNetwork(WaitHooks hooks = {}) : hooks_(std::move(hooks)) {}
 
   std::unique_ptr<Connection> NewConnection(std::function<void()> changed) override;
   void WaitUntil(const std::function<bool()>& over) override;
@@ -27,7 +27,7 @@ class QtNetwork : public Network {
 
   void GiveWay();
 
-  std::function<void(bool)> waits_;
+  WaitHooks hooks_;
   int depth_ = 0;      // Of the waits, one inside the other,
   int givingWay_ = 0;  // and of those in which the loop runs now.
   QTimer pause_;       // Ends a wait in which nothing happens.
