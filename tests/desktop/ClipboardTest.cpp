@@ -5,46 +5,29 @@
 namespace vintrace::test {
 namespace {
 
-class ClipboardTest : public ProgramOnDesktop {
- protected:
-  void SetUp() override {
-    manager_.start(CLIPBOARD_MANAGER, {});
-    ASSERT_TRUE(manager_.waitForReadyRead(Patience));
-    ASSERT_EQ(manager_.readLine().toStdString(), "ready\n");
-  }
+using ClipboardOnDesktop = ProgramOnDesktop;
 
-  void TearDown() override {
-    ProgramOnDesktop::TearDown();
-    manager_.terminate();
-    manager_.waitForFinished(Patience);
-  }
-
-  /// The clipboard after the program has copied all and ended that way.
-  std::string CopiedBefore(const std::function<void(WId)>& end) {
-    StartWith({PathOfDocument("a.indd"), PathOfDocument("二つ目.indd")});
-    EXPECT_TRUE(HasWindows({"a.indd", "二つ目.indd"}));
-    const WId window = WindowNamed("a.indd");
+TEST_F(ClipboardOnDesktop, WhatWasCopiedOutlivesTheProgramThatTheUserOrASignalEnds) {
+  QProcess manager;
+  manager.start(CLIPBOARD_MANAGER, {});
+  ASSERT_TRUE(manager.waitForReadyRead(Patience));
+  ASSERT_EQ(manager.readLine().toStdString(), "ready\n");
+  for (const auto& [name, byKey] : {std::pair{"a.indd", true}, {"二つ目.indd", false}}) {
+    StartWith({PathOfDocument(name)});
+    const WId window = WindowNamed(name);
     Press(window, {"ctrl+alt+c"});
     DismissMessage();
-    end(window);
+    if (byKey) {
+      Press(window, {"ctrl+q"});
+    } else {
+      program.terminate();
+    }
     AwaitEnd();
-    return Clipboard();
+    EXPECT_EQ(Clipboard(),
+              std::string(name) + "\tAdobe InDesign CS6\tWindows Edition\t8.0.0.397\n");
   }
-
- private:
-  QProcess manager_;
-};
-
-constexpr std::string_view Rows =
-    "a.indd\tAdobe InDesign CS6\tWindows Edition\t8.0.0.397\n"
-    "二つ目.indd\tAdobe InDesign CS6\tWindows Edition\t8.0.0.397\n";
-
-TEST_F(ClipboardTest, WhatWasCopiedOutlivesTheProgramThatTheUserQuits) {
-  EXPECT_EQ(CopiedBefore([](WId window) { Press(window, {"ctrl+q"}); }), Rows);
-}
-
-TEST_F(ClipboardTest, WhatWasCopiedOutlivesTheProgramThatASignalEnds) {
-  EXPECT_EQ(CopiedBefore([this](WId /*window*/) { program.terminate(); }), Rows);
+  manager.terminate();
+  EXPECT_TRUE(manager.waitForFinished(Patience));
 }
 
 }  // namespace

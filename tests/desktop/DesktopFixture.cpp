@@ -11,29 +11,12 @@
 #include "support/DocumentBuilder.h"
 
 namespace vintrace::test {
-namespace {
-
-Lines Titles() {
-  Lines titles;
-  for (const WId window : ManagedWindows()) {
-    titles.push_back(OutputOf("xdotool", {"getwindowname", QString::number(window)}).toStdString());
-  }
-  std::ranges::sort(titles);
-  return titles;
+QString OutputOf(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.start(program, arguments);
+  EXPECT_TRUE(process.waitForFinished(Patience)) << program.toStdString();
+  return QString::fromUtf8(process.readAllStandardOutput());
 }
-
-/// A visible window of the program in which the window manager has no part; 0 when there is none.
-WId Popup() {
-  const auto managed = ManagedWindows();
-  for (const auto& line :
-       OutputOf("xdotool", {"search", "--onlyvisible", "--class", "^vintrace$"}).split('\n')) {
-    const WId window = line.toULongLong();
-    if (std::ranges::find(managed, window) == managed.end()) return window;
-  }
-  return 0;
-}
-
-}  // namespace
 
 std::vector<WId> ManagedWindows() {
   static const QRegularExpression id("0x[0-9a-f]+");
@@ -42,17 +25,6 @@ std::vector<WId> ManagedWindows() {
     windows.push_back(match.captured().toULongLong(nullptr, 16));
   }
   return windows;
-}
-
-QByteArray BytesOf(const QString& program, const QStringList& arguments) {
-  QProcess process;
-  process.start(program, arguments);
-  EXPECT_TRUE(process.waitForFinished(Patience)) << program.toStdString();
-  return process.readAllStandardOutput();
-}
-
-QString OutputOf(const QString& program, const QStringList& arguments) {
-  return QString::fromUtf8(BytesOf(program, arguments)).trimmed();
 }
 
 QImage Drawn(const QString& text, QSize size, int pixelSize, QColor color) {
@@ -65,7 +37,8 @@ QImage Drawn(const QString& text, QSize size, int pixelSize, QColor color) {
   return image;
 }
 
-ProgramOnDesktop::ProgramOnDesktop() {
+ProgramOnDesktop::ProgramOnDesktop()
+    : path_("PATH", (folder.Path().native() + ':' + std::getenv("PATH")).c_str()) {
   // A browser that notes the address which it is given.
   folder.File("xdg-open", "#!/bin/sh\necho \"$1\" >>\"${0%/*}/opened\"\n");
   std::filesystem::permissions(folder.Path() / "xdg-open", std::filesystem::perms::owner_all);
@@ -76,70 +49,53 @@ void ProgramOnDesktop::TearDown() {
   AwaitEnd();
 }
 
-void ProgramOnDesktop::StartWith(const QStringList& documents) {
-  auto environment = QProcessEnvironment::systemEnvironment();
-  environment.insert("PATH",
-                     QString::fromStdString(folder.Path()) + ':' + environment.value("PATH"));
-  environment.insert("XDG_DATA_HOME", QString::fromStdString(folder.Path() / "data"));
-  environment.insert("WINEPREFIX", QString::fromStdString(folder.Path() / "prefix"));
-  program.setProcessEnvironment(environment);
-  program.setProcessChannelMode(QProcess::ForwardedChannels);
-  program.start(VINTRACE, documents);
-  ASSERT_TRUE(program.waitForStarted(Patience));
+void ProgramOnDesktop::Start(QProcess& process, const QStringList& documents) {
+  process.setProcessChannelMode(QProcess::ForwardedChannels);
+  process.start(VINTRACE, documents);
+  EXPECT_TRUE(process.waitForStarted(Patience));
 }
 
-std::unique_ptr<QProcess> ProgramOnDesktop::StartAgain(const QStringList& documents,
-                                                       const QString& startupId) {
+std::unique_ptr<QProcess> ProgramOnDesktop::StartAgain(const QStringList& documents) {
   auto start = std::make_unique<QProcess>();
-  auto environment = QProcessEnvironment::systemEnvironment();
-  if (!startupId.isEmpty()) environment.insert("DESKTOP_STARTUP_ID", startupId);
-  start->setProcessEnvironment(environment);
-  start->setProcessChannelMode(QProcess::ForwardedChannels);
-  start->start(VINTRACE, documents);
-  EXPECT_TRUE(start->waitForStarted(Patience));
+  Start(*start, documents);
   return start;
 }
 
 bool ProgramOnDesktop::IsTaken(QProcess& start) {
-  return start.waitForFinished(Patience) && start.exitStatus() == QProcess::NormalExit &&
-         start.exitCode() == 0;
+  const bool ended = start.state() == QProcess::NotRunning || start.waitForFinished(Patience);
+  return ended && start.exitStatus() == QProcess::NormalExit && start.exitCode() == 0;
 }
 
-void ProgramOnDesktop::AwaitEnd() {
-  EXPECT_TRUE(program.state() == QProcess::NotRunning || program.waitForFinished(Patience));
-  EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-  EXPECT_EQ(program.exitCode(), 0);
-}
-
-FolderItem ProgramOnDesktop::Document(const std::string& name, std::uint8_t version) const {
-  return folder.File(
-      name,
-      DocumentBuilder(BodyStart + 500).Release(version).Saved(BodyStart, 1, "0.0.397x").Bytes());
-}
+void ProgramOnDesktop::AwaitEnd() { EXPECT_TRUE(IsTaken(program)); }
 
 QString ProgramOnDesktop::PathOfDocument(const std::string& name, std::uint8_t version) const {
-  return QString::fromStdString(Document(name, version).NativePath());
-}
-
-QString ProgramOnDesktop::VisibleWindows(const QString& title) {
-  return OutputOf("xdotool", {"search", "--onlyvisible", "--name", '^' + title + '$'});
+  DocumentBuilder document(BodyStart + 500);
+  folder.File(name, document.Release(version).Saved(BodyStart, 1, "0.0.397x").Bytes());
+  return QString::fromStdString(folder.Path() / name);
 }
 
 WId ProgramOnDesktop::WindowNamed(const QString& title) {
-  const bool came = Comes([&] { return IsVisible(title); });
-  return came ? VisibleWindows(title).section('\n', 0, 0).toULongLong() : 0;
+  QString windows;
+  static_cast<void>(Comes([&] {
+    windows = OutputOf("xdotool", {"search", "--onlyvisible", "--name", '^' + title + '$'});
+    return !windows.isEmpty();
+  }));
+  return windows.section('\n', 0, 0).toULongLong();
 }
 
 testing::AssertionResult ProgramOnDesktop::HasWindows(const Lines& titles) {
   Lines seen;
-  if (Comes([&] { return (seen = Titles()) == titles; })) return testing::AssertionSuccess();
+  const auto look = [&] {
+    seen.clear();
+    for (const WId window : ManagedWindows()) {
+      const QString title = OutputOf("xdotool", {"getwindowname", QString::number(window)});
+      seen.push_back(title.trimmed().toStdString());
+    }
+    std::ranges::sort(seen);
+    return seen == titles;
+  };
+  if (Comes(look)) return testing::AssertionSuccess();
   return testing::AssertionFailure() << "it has " << testing::PrintToString(seen);
-}
-
-WId ProgramOnDesktop::OpenMenu() {
-  WId menu = 0;
-  static_cast<void>(Comes([&] { return (menu = Popup()) != 0; }));
-  return menu;
 }
 
 QImage ProgramOnDesktop::Screenshot(WId window) {
@@ -181,7 +137,7 @@ void ProgramOnDesktop::DismissMessage() {
   const WId box = WindowNamed("Vintrace");
   ASSERT_NE(box, 0U);
   Press(box, {"Return"});
-  EXPECT_TRUE(Comes([] { return !IsVisible("Vintrace"); }));
+  EXPECT_TRUE(Comes([&] { return std::ranges::count(ManagedWindows(), box) == 0; }));
 }
 
 std::string ProgramOnDesktop::Opened() const {
@@ -191,7 +147,7 @@ std::string ProgramOnDesktop::Opened() const {
 }
 
 std::string ProgramOnDesktop::Clipboard() {
-  return BytesOf("xclip", {"-o", "-selection", "clipboard"}).toStdString();
+  return OutputOf("xclip", {"-o", "-selection", "clipboard"}).toStdString();
 }
 
 }  // namespace vintrace::test

@@ -1,13 +1,16 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <xcb/xcb.h>
 
+#include <QAbstractNativeEventFilter>
 #include <QImage>
 #include <QProcess>
 #include <QTest>
 #include <memory>
 
 #include "platform/FolderItem.h"
+#include "support/Environment.h"
 #include "support/TemporaryFolder.h"
 
 namespace vintrace::test {
@@ -22,7 +25,6 @@ bool Comes(Condition condition) {
 }
 
 /// The standard output of a command that ends by itself.
-QByteArray BytesOf(const QString& program, const QStringList& arguments);
 QString OutputOf(const QString& program, const QStringList& arguments);
 
 /// The windows that the window manager shows.
@@ -30,6 +32,20 @@ std::vector<WId> ManagedWindows();
 
 /// `text` as it looks on the windows' light ground.
 QImage Drawn(const QString& text, QSize size, int pixelSize, QColor color);
+
+/// Keeps what other clients of the X server tell this one, or all.
+class ClientMessages : public QAbstractNativeEventFilter {
+ public:
+  ClientMessages() { qApp->installNativeEventFilter(this); }
+
+  std::vector<xcb_client_message_event_t> heard;
+
+  bool nativeEventFilter(const QByteArray& /*type*/, void* message, qintptr* /*result*/) override {
+    const auto& event = *static_cast<const xcb_client_message_event_t*>(message);
+    if ((event.response_type & 0x7F) == XCB_CLIENT_MESSAGE) heard.push_back(event);
+    return false;
+  }
+};
 
 /// The program on an X server with a window manager, and its user's eyes and hands.
 class ProgramOnDesktop : public testing::Test {
@@ -39,33 +55,24 @@ class ProgramOnDesktop : public testing::Test {
   /// Ends the program, if it still runs; however it ends, nothing has gone wrong in it.
   void TearDown() override;
 
-  void StartWith(const QStringList& documents);
+  void StartWith(const QStringList& documents) { Start(program, documents); }
 
-  /// Starts the program once more, on behalf of the desktop's `startupId`.
-  static std::unique_ptr<QProcess> StartAgain(const QStringList& documents,
-                                              const QString& startupId = {});
+  /// Starts the program once more.
+  static std::unique_ptr<QProcess> StartAgain(const QStringList& documents);
   /// True when that start ends with status 0.
   static bool IsTaken(QProcess& start);
 
   /// Waits until the program has ended by itself, with status 0.
   void AwaitEnd();
 
-  /// A document that release `version` saved on Windows; "8.0.0.397" if that is 8.
-  FolderItem Document(const std::string& name, std::uint8_t version = 8) const;
+  /// Makes a document that release `version` saved on Windows; "8.0.0.397" if that is 8.
   QString PathOfDocument(const std::string& name, std::uint8_t version = 8) const;
-
-  /// The visible windows with that title, a line each.
-  static QString VisibleWindows(const QString& title);
-  static bool IsVisible(const QString& title) { return !VisibleWindows(title).isEmpty(); }
 
   /// Waits for a visible window with that title; 0 when none comes.
   static WId WindowNamed(const QString& title);
 
   /// Waits until the windows that the window manager shows have these titles, which are sorted.
   static testing::AssertionResult HasWindows(const Lines& titles);
-
-  /// Waits for a menu that is open; 0 when none comes.
-  static WId OpenMenu();
 
   static QImage Screenshot(WId window);
 
@@ -94,6 +101,13 @@ class ProgramOnDesktop : public testing::Test {
 
   const TemporaryFolder folder;
   QProcess program;
+
+ private:
+  static void Start(QProcess& process, const QStringList& documents);
+
+  const Environment path_;
+  const Environment dataHome_{"XDG_DATA_HOME", (folder.Path() / "data").c_str()};
+  const Environment prefix_{"WINEPREFIX", (folder.Path() / "prefix").c_str()};
 };
 
 }  // namespace vintrace::test

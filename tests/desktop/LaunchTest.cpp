@@ -1,7 +1,6 @@
 // The button that opens a document in its release, by the user's own mouse and keyboard.
 
 #include "desktop/DesktopFixture.h"
-#include "platform/BinaryStream.h"
 #include "support/RecordingApplication.h"
 
 namespace vintrace::test {
@@ -15,10 +14,6 @@ class LaunchOnDesktop : public ProgramOnDesktop {
     ASSERT_NE(window, 0U);
     Click(window, Place(window, {90, 121}));
   }
-
-  std::string Stored() const {
-    return BinaryStream::Open(folder.Item("data/VNTR.ini")).Read(1 << 20);
-  }
 };
 
 TEST_F(LaunchOnDesktop, TheApplicationIsAskedForOnceAndAgainWhenItHasGone) {
@@ -26,16 +21,12 @@ TEST_F(LaunchOnDesktop, TheApplicationIsAskedForOnceAndAgainWhenItHasGone) {
   const RecordingApplication application(
       folder.Item("prefix/drive_c/Program Files/Adobe InDesign CS6/app"));
   StartWith({PathOfDocument("a '.indd"), PathOfDocument("b.indd"), PathOfDocument("c.indd")});
-  ASSERT_TRUE(HasWindows({"a '.indd", "b.indd", "c.indd"}));
-  EXPECT_EQ(Stored(), "");
-
   PressOpen("a '.indd");
   const WId dialog = WindowNamed(question);
   ASSERT_NE(dialog, 0U);
   Press(dialog, {"Down", "Return", "Down", "Return"});
   EXPECT_EQ(application.AwaitStart(), Lines{folder.Item("a '.indd").NativePath()});
   ASSERT_TRUE(HasWindows({"b.indd", "c.indd"}));
-  EXPECT_EQ(Stored(), application.Item().ShellPath() + '\n');
 
   PressOpen("b.indd");
   EXPECT_EQ(application.AwaitStart(), Lines{folder.Item("b.indd").NativePath()});
@@ -45,7 +36,6 @@ TEST_F(LaunchOnDesktop, TheApplicationIsAskedForOnceAndAgainWhenItHasGone) {
   PressOpen("c.indd");
   const WId again = WindowNamed(question);
   ASSERT_NE(again, 0U);
-  EXPECT_EQ(Stored(), "");
   Press(again, {"Escape"});
   DismissMessage();
   EXPECT_TRUE(HasWindows({"c.indd"}));

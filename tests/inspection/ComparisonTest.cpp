@@ -21,63 +21,48 @@ class DocumentGenerator {
     DocumentBuilder document(Size());
     if (OneIn(3)) document.BigEndian();
     if (!OneIn(50)) document.Release(Version(), OneIn(3) ? 5 : 0);
-    for (auto pieces = Between(0, 5); pieces > 0; --pieces) PutPiece(document);
+    PutPieces(document);
+    if (OneIn(20)) document.Put(24, std::string(1, static_cast<char>(Byte(0, 3))));
     std::string bytes = document.Bytes();
-    if (OneIn(4))
-      bytes.resize(static_cast<std::size_t>(Between(0, static_cast<std::int64_t>(bytes.size()))));
+    if (OneIn(4)) bytes.resize(Between(0, bytes.size()));
     return bytes;
   }
 
  private:
-  std::int64_t Between(std::int64_t low, std::int64_t high) {
+  std::size_t Between(std::size_t low, std::size_t high) {
     return std::uniform_int_distribution(low, high)(random_);
   }
-  bool OneIn(std::int64_t n) { return Between(1, n) == 1; }
-
-  std::uint8_t Version() {
-    return static_cast<std::uint8_t>(OneIn(20) ? Between(0, 255) : Between(3, 14));
+  std::uint8_t Byte(std::size_t low, std::size_t high) {
+    return static_cast<std::uint8_t>(Between(low, high));
   }
+  bool OneIn(std::size_t n) { return Between(1, n) == 1; }
+
+  std::uint8_t Version() { return OneIn(20) ? Byte(0, 255) : Byte(3, 14); }
 
   /// A size near one at which something changes.
-  std::size_t Size() {
-    if (OneIn(20)) return static_cast<std::size_t>(Between(0, 60));
-    return static_cast<std::size_t>(Boundary() + Between(-3, 3));
-  }
+  std::size_t Size() { return OneIn(20) ? Between(0, 60) : Boundary() - 3 + Between(0, 6); }
 
   /// An offset at which a block begins or ends.
-  std::int64_t Boundary() {
-    const auto block = static_cast<std::int64_t>(BodyStart) +
-                       Between(0, 3) * static_cast<std::int64_t>(BlockStride);
-    return OneIn(2) ? block : block + static_cast<std::int64_t>(BlockSize);
+  std::size_t Boundary() {
+    const std::size_t block = BodyStart + Between(0, 3) * BlockStride;
+    return OneIn(2) ? block : block + BlockSize;
   }
 
   std::string BuildLike() {
-    constexpr std::string_view Alphabet("0123456789.5x\0\x01\x03\x40\x09", 18);
-    std::string text;
-    for (auto n = Between(0, 9); n > 0; --n) {
-      text += Alphabet[static_cast<std::size_t>(
-          Between(0, static_cast<std::int64_t>(Alphabet.size()) - 1))];
-    }
+    constexpr std::string_view Alphabet("0123456789.5x/:\0\x01\x03\x40\x09", 20);
+    std::string text(Between(0, 9), '\0');
+    for (char& c : text) c = Alphabet[Between(0, Alphabet.size() - 1)];
     return text;
   }
 
-  void PutPiece(DocumentBuilder& document) {
-    const auto offset = static_cast<std::size_t>(Boundary() + Between(-40, 40));
-    switch (Between(0, 4)) {
-      case 0:
-        document.Marker(offset);
-        break;
-      case 1:
-        document.Delimiter(offset, BuildLike());
-        break;
-      case 2:
-        document.Saved(offset, static_cast<std::uint8_t>(Between(0, 4)), BuildLike());
-        break;
-      case 3:
-        document.Put(offset, BuildLike());
-        break;
-      default:
-        document.EditionBefore(offset, static_cast<std::uint8_t>(Between(0, 4)));
+  void PutPieces(DocumentBuilder& document) {
+    const auto near = [&] { return Boundary() - 40 + Between(0, 80); };
+    for (auto rounds = Between(0, 2); rounds > 0; --rounds) {
+      if (OneIn(2)) document.Marker(near());
+      if (OneIn(2)) document.Delimiter(near(), BuildLike());
+      if (OneIn(2)) document.Saved(near(), Byte(0, 4), BuildLike());
+      if (OneIn(2)) document.Put(near(), BuildLike());
+      if (OneIn(2)) document.EditionBefore(near(), Byte(0, 4));
     }
   }
 

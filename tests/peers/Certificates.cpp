@@ -4,106 +4,62 @@
 #include <openssl/pem.h>
 #include <openssl/x509v3.h>
 
-#include <cstdio>
-#include <memory>
-#include <stdexcept>
+#include <utility>
 
 namespace vintrace::test {
 namespace {
 
-template <class Thing, void (*free)(Thing*)>
-struct Free {
-  void operator()(Thing* thing) const { free(thing); }
-};
-using Key = std::unique_ptr<EVP_PKEY, Free<EVP_PKEY, EVP_PKEY_free>>;
-using X509Pointer = std::unique_ptr<X509, Free<X509, X509_free>>;
+using Key = std::shared_ptr<EVP_PKEY>;
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
+Key NewKey() { return {EVP_EC_gen("P-256"), EVP_PKEY_free}; }
 
-File Open(const std::filesystem::path& path, const char* mode) {
-  File file(std::fopen(path.c_str(), mode));
-  if (!file) throw std::runtime_error("can't open " + path.native());
-  return file;
-}
-
-X509Pointer Read(const std::filesystem::path& path) {
-  return X509Pointer(PEM_read_X509(Open(path, "r").get(), nullptr, nullptr, nullptr));
-}
-
-Key ReadKey(const std::filesystem::path& path) {
-  return Key(PEM_read_PrivateKey(Open(path, "r").get(), nullptr, nullptr, nullptr));
-}
-
-Certificate Write(const std::filesystem::path& path, X509* certificate, EVP_PKEY* key) {
-  Certificate files{.certificate = path.native() + ".pem", .key = path.native() + ".key"};
-  PEM_write_X509(Open(files.certificate, "w").get(), certificate);
-  PEM_write_PrivateKey(Open(files.key, "w").get(), key, nullptr, nullptr, 0, nullptr, nullptr);
-  return files;
+void SetName(X509_NAME* name, const std::string& text) {
+  X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_UTF8,
+                             reinterpret_cast<const unsigned char*>(text.c_str()), -1, -1, 0);
 }
 
 void Extend(X509* certificate, int kind, const std::string& value) {
   if (value.empty()) return;
-  X509V3_CTX context;
-  X509V3_set_ctx_nodb(&context);
-  X509V3_set_ctx(&context, certificate, certificate, nullptr, nullptr, 0);
-  X509_EXTENSION* extension = X509V3_EXT_conf_nid(nullptr, &context, kind, value.c_str());
-  if (extension == nullptr) throw std::runtime_error("can't extend by " + value);
+  X509_EXTENSION* extension = X509V3_EXT_conf_nid(nullptr, nullptr, kind, value.c_str());
   X509_add_ext(certificate, extension, -1);
   X509_EXTENSION_free(extension);
 }
 
-X509Pointer Unsigned(const CertificateDesign& design, EVP_PKEY* key) {
-  constexpr long SecondsADay = 86400;
-  static long serial = 0;
-  X509Pointer certificate(X509_new());
-  X509_set_version(certificate.get(), X509_VERSION_3);
-  ASN1_INTEGER_set(X509_get_serialNumber(certificate.get()), ++serial);
-  X509_gmtime_adj(X509_getm_notBefore(certificate.get()), design.fromDay * SecondsADay);
-  X509_gmtime_adj(X509_getm_notAfter(certificate.get()), design.toDay * SecondsADay);
-  X509_set_pubkey(certificate.get(), key);
-  X509_NAME_add_entry_by_txt(X509_get_subject_name(certificate.get()), "CN", MBSTRING_UTF8,
-                             reinterpret_cast<const unsigned char*>(design.commonName.c_str()), -1,
-                             -1, 0);
-  return certificate;
-}
-
-void Finish(X509* certificate, const X509* issuer, EVP_PKEY* issuersKey) {
-  X509_set_issuer_name(certificate, X509_get_subject_name(issuer));
-  if (X509_sign(certificate, issuersKey, EVP_sha256()) == 0) {
-    throw std::runtime_error("can't sign");
-  }
+Certificate Make(const std::filesystem::path& path, const CertificateDesign& design, const Key& key,
+                 const std::string& issuer, const Key& issuersKey) {
+  const std::shared_ptr<X509> owned(X509_new(), X509_free);
+  X509* certificate = owned.get();
+  X509_set_version(certificate, X509_VERSION_3);
+  X509_time_adj_ex(X509_getm_notBefore(certificate), design.fromDay, 0, nullptr);
+  X509_time_adj_ex(X509_getm_notAfter(certificate), design.toDay, 0, nullptr);
+  X509_set_pubkey(certificate, key.get());
+  SetName(X509_get_subject_name(certificate), design.commonName);
+  SetName(X509_get_issuer_name(certificate), issuer);
+  Extend(certificate, NID_basic_constraints, design.constraints);
+  Extend(certificate, NID_subject_alt_name, design.alternativeNames);
+  Extend(certificate, NID_ext_key_usage, design.usage);
+  X509_sign(certificate, issuersKey.get(), EVP_sha256());
+  const std::shared_ptr<BIO> file(BIO_new_file(path.c_str(), "w"), BIO_free);
+  PEM_write_bio_X509(file.get(), certificate);
+  PEM_write_bio_PrivateKey(file.get(), key.get(), nullptr, nullptr, 0, nullptr, nullptr);
+  return path;
 }
 
 }  // namespace
 
-Authority::Authority(std::filesystem::path folder, const std::string& name)
-    : folder_(std::move(folder)) {
-  const Key key(EVP_EC_gen("P-256"));
-  const auto root = Unsigned({.commonName = name}, key.get());
-  Extend(root.get(), NID_basic_constraints, "critical,CA:TRUE");
-  Extend(root.get(), NID_key_usage, "critical,keyCertSign,cRLSign");
-  Finish(root.get(), root.get(), key.get());
-  root_ = Write(folder_ / name, root.get(), key.get());
-}
+Authority::Authority(std::filesystem::path folder, std::string name)
+    : folder_(std::move(folder)),
+      name_(std::move(name)),
+      key_(NewKey()),
+      root_(Make(folder_ / name_, {name_, "", "", -1, 1, "critical,CA:TRUE"}, key_, name_, key_)) {}
 
 Certificate Authority::Sign(const std::string& name, const CertificateDesign& design) const {
-  const Key key(EVP_EC_gen("P-256"));
-  const auto certificate = Unsigned(design, key.get());
-  Extend(certificate.get(), NID_subject_alt_name, design.alternativeNames);
-  Extend(certificate.get(), NID_ext_key_usage, design.usage);
-  Finish(certificate.get(), Read(root_.certificate).get(), ReadKey(root_.key).get());
-  return Write(folder_ / name, certificate.get(), key.get());
+  return Make(folder_ / name, design, NewKey(), name_, key_);
 }
 
 Certificate Authority::SelfSigned(const std::string& name, const CertificateDesign& design) const {
-  const Key key(EVP_EC_gen("P-256"));
-  const auto certificate = Unsigned(design, key.get());
-  Extend(certificate.get(), NID_subject_alt_name, design.alternativeNames);
-  Finish(certificate.get(), certificate.get(), key.get());
-  return Write(folder_ / name, certificate.get(), key.get());
+  const Key key = NewKey();
+  return Make(folder_ / name, design, key, design.commonName, key);
 }
 
 }  // namespace vintrace::test

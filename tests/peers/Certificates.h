@@ -1,6 +1,9 @@
 #pragma once
 
+#include <openssl/types.h>
+
 #include <filesystem>
+#include <memory>
 #include <string>
 
 namespace vintrace::test {
@@ -12,29 +15,29 @@ struct CertificateDesign {
   std::string usage = "serverAuth";
   int fromDay = -1;  ///< Days from now on which it begins and ends to be valid.
   int toDay = 1;
+  std::string constraints = {};
 };
 
-/// A certificate with its key, as files in PEM form.
-struct Certificate {
-  std::filesystem::path certificate;
-  std::filesystem::path key;
-};
+/// A file in PEM form, with a certificate and its key.
+using Certificate = std::filesystem::path;
 
 /// An authority that signs certificates, made on the spot.
 class Authority {
  public:
   /// Keeps everything in `folder`, under names that begin with `name`.
-  Authority(std::filesystem::path folder, const std::string& name);
+  Authority(std::filesystem::path folder, std::string name);
 
-  const std::filesystem::path& Root() const { return root_.certificate; }
+  const Certificate& Root() const { return root_; }
 
   Certificate Sign(const std::string& name, const CertificateDesign& design = {}) const;
   /// One that nobody but itself vouches for.
   Certificate SelfSigned(const std::string& name, const CertificateDesign& design = {}) const;
 
  private:
-  std::filesystem::path folder_;
-  Certificate root_;
+  const std::filesystem::path folder_;
+  const std::string name_;
+  const std::shared_ptr<EVP_PKEY> key_;
+  const Certificate root_;
 };
 
 }  // namespace vintrace::test

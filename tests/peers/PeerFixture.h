@@ -17,22 +17,15 @@ constexpr std::int64_t Patience = 15;  // Seconds; what is awaited comes within 
 
 /// A network whose root authority is trusted.
 class PeerTest : public testing::Test {
- public:
-  PeerTest(const PeerTest&) = delete;
-  PeerTest& operator=(const PeerTest&) = delete;
-
  protected:
-  PeerTest() {
-    auto configuration = before_;
+  void SetUp() override {
+    auto configuration = before;
     configuration.addCaCertificates(QString::fromStdString(authority.Root()));
     QSslConfiguration::setDefaultConfiguration(configuration);
   }
-  ~PeerTest() override { QSslConfiguration::setDefaultConfiguration(before_); }
+  void TearDown() override { QSslConfiguration::setDefaultConfiguration(before); }
 
- private:
-  const QSslConfiguration before_ = QSslConfiguration::defaultConfiguration();
-
- protected:
+  const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
   const TemporaryFolder folder;
   const Authority authority{folder.Path(), "Root"};
   const Certificate valid = authority.Sign("valid");

@@ -1,16 +1,19 @@
 #pragma once
 
+#include <openssl/types.h>
+
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "peers/Certificates.h"
+#include "platform/posix/Descriptor.h"
 
 namespace vintrace::test {
 
@@ -26,7 +29,7 @@ class TlsServer {
     Never         ///< Nothing is said any more until the client closes it.
   };
   /// When it ends.
-  enum class Moment { BeforeHandshake, InHandshake, BeforeRequest, AfterReply };
+  enum class Moment { BeforeHandshake, InHandshake, AfterReply };
 
   /// What is done with one connection.
   struct Script {
@@ -36,13 +39,9 @@ class TlsServer {
     Moment moment = Moment::AfterReply;
   };
 
-  explicit TlsServer(const Certificate& certificate);
-  TlsServer(const TlsServer&) = delete;
-  TlsServer& operator=(const TlsServer&) = delete;
+  /// `newest`: the newest TLS that it speaks; 0: the newest there is.
+  explicit TlsServer(const Certificate& certificate, int newest = 0);
   ~TlsServer();
-
-  /// No TLS newer than 1.1.
-  void SpeakOldTLS();
 
   std::uint16_t Port() const { return port_; }
   std::string URL(const std::string& host = "localhost") const {
@@ -51,23 +50,21 @@ class TlsServer {
 
   /// Has the next connection served that way.
   void Expect(Script script);
-  /// The requests that have come, one a connection that came as far as to a handshake.
+  /// Waits until all expected connections have been served. The requests that have come on these
+  /// and others since the last call, one a connection that came as far as to a handshake; empty
+  /// for a handshake that failed.
   std::vector<std::string> Requests();
-  /// Waits for the first of them; empty for a handshake that failed, nil when none comes.
-  std::optional<std::string> AwaitRequest();
 
  private:
-  struct Context;
-
   void Run();
   void Serve(int connection, const Script& script);
-  std::string ReadRequest(void* tls);
 
-  std::unique_ptr<Context> context_;
-  int listener_ = -1;
+  std::shared_ptr<SSL_CTX> context_;
+  posix::Descriptor listener_;
   std::uint16_t port_ = 0;
   std::mutex mutex_;
-  std::deque<Script> scripts_;
+  std::condition_variable served_;
+  std::deque<Script> scripts_;  // The first one's connection may be served now.
   std::vector<std::string> requests_;
   std::thread thread_;
 };

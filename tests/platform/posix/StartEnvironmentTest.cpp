@@ -1,79 +1,81 @@
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
+// What a start of the program finds: its streams, its folder, its display and its documents.
 
-#include <array>
-#include <cstdlib>
-#include <filesystem>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "platform/InstanceChannel.h"
 #include "platform/posix/RuntimeFolder.h"
+#include "platform/posix/SecureStart.h"
+#include "support/Environment.h"
 #include "support/Processes.h"
 #include "support/TemporaryFolder.h"
+#include "support/WorkingFolder.h"
 
 namespace vintrace::test {
 namespace {
 
 namespace fs = std::filesystem;
 
+TEST(SecureStart, FillsWhatIsClosedOfTheStreamsAndTakesNoSignalForALostReader) {
+  const int free = dup(STDERR_FILENO);
+  close(free);
+  for (const auto& closed : {std::vector{0}, std::vector{2}, std::vector{0, 1, 2}}) {
+    Child start([&] {
+      for (const int stream : closed) close(stream);
+      posix::SecureStart();
+      for (const int signal : {SIGPIPE, SIGXFSZ}) static_cast<void>(std::raise(signal));
+      return open("/dev/null", O_RDONLY);
+    });
+    EXPECT_EQ(start.Join(), free) << closed.size();
+  }
+}
+
 TEST(RuntimeFolder, IsOneThatIsTheUsersAlone) {
   const TemporaryFolder folder;
-  const auto make = [&](const char* name, mode_t mode) {
-    String path = folder.Item(name).NativePath();
-    EXPECT_EQ(mkdir(path.c_str(), 0700), 0);
-    EXPECT_EQ(chmod(path.c_str(), mode), 0);
-    return path;
+  const auto make = [&](const char* name, int mode) {
+    fs::create_directory(folder.Path() / name);
+    fs::permissions(folder.Path() / name, fs::perms(mode));
+    return folder.Item(name).NativePath();
   };
   const String good = make("good", 0700);
-  const String open = make("open", 0701);
-  const String shared = make("shared", 0770);
-  const String foreign = make("foreign", 0700);
-  const bool isForeign = chown(foreign.c_str(), 65534, 65534) == 0;
-  const String file = folder.File("file", "").NativePath();
-  chmod(file.c_str(), 0700);
   const String link = folder.Item("link").NativePath();
-  fs::create_symlink(good, link);
+  fs::create_directory_symlink(good, link);
+  const String file = folder.File("file", "").NativePath();
+  fs::permissions(file, fs::perms::owner_all);
+  std::vector<String> bad{make("open", 0701), make("shared", 0770), link, file};
+  const String foreign = make("foreign", 0700);
+  if (chown(foreign.c_str(), 65534, 65534) == 0) bad.push_back(foreign);
   const String fallback = folder.Item("made").NativePath();
   EXPECT_EQ(posix::RuntimeFolder(good + "/", fallback), good);
   EXPECT_EQ(posix::RuntimeFolder(good + "/missing", fallback), good + "/missing");
   EXPECT_FALSE(fs::exists(fallback));
-  for (const auto& bad : {open, shared, file, link, isForeign ? foreign : open}) {
-    EXPECT_EQ(posix::RuntimeFolder(bad, fallback), fallback) << bad;
-    EXPECT_EQ(posix::RuntimeFolder("", bad), "") << bad;
-  }
-  const String relative = fs::relative(good).native();
-  for (const auto& bad : {String(), String("/"), relative, link + "/", file + "/missing"}) {
-    EXPECT_EQ(posix::RuntimeFolder(bad, fallback), fallback) << bad;
-  }
-  EXPECT_EQ(posix::RuntimeFolder("", fallback + "/missing/folder"), "");
+  for (const auto& path : bad) EXPECT_EQ(posix::RuntimeFolder("", path), "") << path;
+  bad.insert(bad.end(), {"/", fs::relative(good).native(), link + "/"});
+  for (const auto& path : bad) EXPECT_EQ(posix::RuntimeFolder(path, fallback), fallback) << path;
   EXPECT_EQ(fs::status(fallback).permissions(), fs::perms::owner_all);
 }
 
 TEST(StartEnvironment, GivesThePlaceAndTheRequest) {
   const TemporaryFolder folder;
-  Child start([&] {
-    setenv("XDG_RUNTIME_DIR", folder.Path().c_str(), 1);
-    setenv("DISPLAY", "host/unix:0.1", 1);
-    setenv("WAYLAND_DISPLAY", "", 1);
-    setenv("XDG_ACTIVATION_TOKEN", "token", 1);
-    unsetenv("DESKTOP_STARTUP_ID");
-    fs::current_path(folder.Path());
-    const ChannelPlace x11 = ChannelPlace::OfThisDesktop();
-    setenv("WAYLAND_DISPLAY", "/run/日", 1);
-    const ChannelPlace wayland = ChannelPlace::OfThisDesktop();
-    std::array<String, 3> arguments{"vintrace", "-a\xFF", "/b"};
-    std::array<char*, 3> argv{arguments[0].data(), arguments[1].data(), arguments[2].data()};
-    const StartRequest request = StartRequestOf(3, argv.data());
-    EXPECT_EQ(x11.folder, folder.Path().native());
-    EXPECT_EQ(x11.name, "vintrace-host_unix:0");
-    EXPECT_EQ(wayland.name, "vintrace-_run____");
-    EXPECT_EQ(request.documents.at(0).NativePath(), folder.Item("-a\xFF").NativePath());
-    EXPECT_EQ(request.documents.at(1).NativePath(), "/b");
-    EXPECT_EQ(request.activationToken, "token");
-    EXPECT_EQ(request.startupId, "");
-    return testing::Test::HasFailure() ? 1 : 0;
-  });
-  EXPECT_EQ(start.Join(), 0);
+  const WorkingFolder working(folder.Path());
+  const Environment runtime("XDG_RUNTIME_DIR", folder.Path().c_str());
+  const Environment display("DISPLAY", "host/unix:0.1");
+  for (const auto& [wayland, name] :
+       {std::pair{"", "vintrace-host_unix:0"}, {"/run/日", "vintrace-_run____"}}) {
+    const Environment other("WAYLAND_DISPLAY", wayland);
+    EXPECT_EQ(ChannelPlace::OfThisDesktop().name, name);
+    EXPECT_EQ(ChannelPlace::OfThisDesktop().folder, folder.Path().native());
+  }
+  const Environment token("XDG_ACTIVATION_TOKEN", "token");
+  const Environment id("DESKTOP_STARTUP_ID", nullptr);
+  std::vector<String> arguments{"vintrace", "-a\xFF", "/b"};
+  char* argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data()};
+  const StartRequest request = StartRequestOf(3, argv);
+  EXPECT_EQ(request.documents.at(0).NativePath(), folder.Item("-a\xFF").NativePath());
+  EXPECT_EQ(request.documents.at(1).NativePath(), "/b");
+  EXPECT_EQ(request.activationToken, "token");
+  EXPECT_EQ(request.startupId, "");
 }
 
 }  // namespace

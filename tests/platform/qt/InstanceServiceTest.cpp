@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QTest>
 #include <ctime>
 
@@ -20,10 +19,6 @@ using namespace std::chrono_literals;
 
 class InstanceServiceTest : public testing::Test {
  protected:
-  void Serve(std::function<void(StartRequest)> taken) {
-    service.emplace(InstanceSeat::Take({}, place).value(), std::move(taken));
-  }
-
   /// A start with one document. Its exit status is 0 when that was taken.
   test::Child Start(const String& path) const {
     return test::Child([&] {
@@ -62,40 +57,31 @@ class InstanceServiceTest : public testing::Test {
   std::optional<InstanceService> service;
 };
 
-TEST_F(InstanceServiceTest, HandsOverWhatOthersBringAlsoFromALoopInside) {
+TEST_F(InstanceServiceTest, HandsOverAlsoFromALoopInsideAndMayGoMeanwhile) {
   std::vector<String> story;
-  Serve([&](const StartRequest& request) {
+  service.emplace(InstanceSeat::Take({}, place).value(), [this, &story](const auto& request) {
     const String path = request.documents.at(0).NativePath();
     story.push_back(path);
     if (path == "/a") {
       auto inner = Start("/b");
       EXPECT_TRUE(QTest::qWaitFor([&] { return story.size() == 3; }));
       EXPECT_EQ(inner.Join(), 0);
+    } else {
+      service.reset();
     }
-    story.push_back("done " + path);
+    story.push_back("done " + path);  // What the function holds is still there.
   });
+  const auto silent = SilentStart();
   auto start = Start("/a");
   EXPECT_TRUE(QTest::qWaitFor([&] { return story.size() == 4; }));
   EXPECT_EQ(story, (std::vector<String>{"/a", "/b", "done /b", "done /a"}));
   EXPECT_EQ(start.Join(), 0);
-}
-
-TEST_F(InstanceServiceTest, MayGoWhileItHandsOver) {
-  bool taken = false;
-  Serve([this, &taken](const StartRequest&) {
-    service.reset();
-    taken = true;  // What the function holds is still there.
-  });
-  const auto waiting = SilentStart();
-  auto start = Start("/a");
-  EXPECT_TRUE(QTest::qWaitFor([&] { return taken; }));
-  EXPECT_EQ(start.Join(), 0);
-  EXPECT_TRUE(HungUp(waiting));
+  EXPECT_TRUE(HungUp(silent));
 }
 
 TEST_F(InstanceServiceTest, StartsThatSayNothingGoAfterAWhileAndKeepNobodyOut) {
   int taken = 0;
-  Serve([&](const StartRequest&) { ++taken; });
+  service.emplace(InstanceSeat::Take({}, place).value(), [&](const auto&) { ++taken; });
   std::vector<posix::Descriptor> silent;
   silent.reserve(100);
   for (int i = 0; i < 100; ++i) silent.push_back(SilentStart());

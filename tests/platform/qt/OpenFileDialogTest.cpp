@@ -8,26 +8,18 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
-#include <algorithm>
-#include <filesystem>
 #include <fstream>
-#include <functional>
-#include <optional>
 #include <set>
-#include <string>
-#include <system_error>
-#include <utility>
-#include <vector>
 
 #include "platform/FileRequest.h"
 #include "platform/qt/AskForFile.h"
 #include "support/AsOrdinaryUser.h"
+#include "support/Environment.h"
+#include "support/TemporaryFolder.h"
 
 namespace vintrace::qt {
 namespace {
@@ -37,32 +29,23 @@ namespace fs = std::filesystem;
 /// A home of its own for each test.
 class OpenFileDialogTest : public testing::Test {
  protected:
-  void SetUp() override { qputenv("HOME", QByteArray::fromStdString(Home().native())); }
-  // The toolkit's removal stops at the very names that the tests are about.
-  void TearDown() override {
-    qputenv("HOME", oldHome_);
-    fs::permissions(Home() / "closed", fs::perms::owner_all, ignored_);
-    fs::remove_all(Home(), ignored_);
-  }
+  const fs::path& Home() const { return folder_.Path(); }
 
-  fs::path Home() const { return directory_.path().toStdString(); }
-
-  void MakeFile(const fs::path& name) const {
-    fs::create_directories((Home() / name).parent_path());
-    std::ofstream(Home() / name) << "text";
+  void MakeFiles(const std::vector<std::string>& names) const {
+    for (const auto& name : names) {
+      fs::create_directories((Home() / name).parent_path());
+      std::ofstream(Home() / name) << "text";
+    }
   }
 
   FileRequest Request() const {
-    FileType documents;
-    documents.Name = "indd";
-    documents.Extensions = ".indd";
+    const FileType documents{"indd", ".indd", "", ""};
     return {.title = "", .initialDirectory = FolderItem(Home()), .filter = documents};
   }
 
   /// A request for any item, to begin in `folder`.
-  static FileRequest AnyIn(const std::optional<fs::path>& folder) {
-    if (!folder) return {};
-    return {.title = "", .initialDirectory = FolderItem(*folder), .filter = {}};
+  static FileRequest AnyIn(const fs::path& folder) {
+    return {.title = "", .initialDirectory = FolderItem(folder), .filter = {}};
   }
 
  private:
@@ -70,9 +53,8 @@ class OpenFileDialogTest : public testing::Test {
   char name_[9] = "vintrace";
   char* argv_[2] = {name_, nullptr};
   const QApplication application_{argc_, argv_};
-  const QByteArray oldHome_ = qgetenv("HOME");
-  const QTemporaryDir directory_;
-  std::error_code ignored_;
+  const test::TemporaryFolder folder_;
+  const test::Environment home_{"HOME", folder_.Path().c_str()};
 };
 
 /// An open dialog, as a user sees and handles it.
@@ -109,24 +91,14 @@ class Screen {
     const auto rows = list.selectionModel()->selectedRows();
     return rows.isEmpty() ? "" : rows.front().data().toString().toStdString();
   }
-  std::string Status() const { return status.text().toStdString(); }
+  std::string Status() const { return dialog.findChild<QLabel*>("status")->text().toStdString(); }
 
   OpenFileDialog dialog;
   QTreeView& list = *dialog.findChild<QTreeView*>();
   QLineEdit& name = *dialog.findChild<QLineEdit*>("name");
-  QLineEdit& path = *dialog.findChild<QLineEdit*>("path");
-  QLabel& status = *dialog.findChild<QLabel*>("status");
-  QComboBox& filter = *dialog.findChild<QComboBox*>("filter");
-  QPushButton& open = Button(QDialogButtonBox::AcceptRole);
-  QPushButton& cancel = Button(QDialogButtonBox::RejectRole);
+  QAbstractButton& open = *dialog.findChild<QDialogButtonBox*>()->buttons().constFirst();
 
  private:
-  QPushButton& Button(QDialogButtonBox::ButtonRole role) const {
-    const auto* box = dialog.findChild<QDialogButtonBox*>();
-    const auto buttons = box->findChildren<QPushButton*>();
-    return **std::find_if(buttons.begin(), buttons.end(),
-                          [&](auto* button) { return box->buttonRole(button) == role; });
-  }
   QPoint Place(int row, int column) const {
     return list.visualRect(list.model()->index(row, column)).center();
   }
@@ -135,10 +107,7 @@ class Screen {
 using Strings = std::vector<std::string>;
 
 TEST_F(OpenFileDialogTest, ListsFoldersFirstInNaturalOrderAndOnlyWhatCanBeChosen) {
-  for (const char* name :
-       {"p10.indd", "p9.INDD", "表紙.indd", "notes.txt", ".draft.indd", "z/x.indd"}) {
-    MakeFile(name);
-  }
+  MakeFiles({"p10.indd", "p9.INDD", "表紙.indd", "notes.txt", ".draft.indd", "z/x.indd"});
   fs::create_directory_symlink(Home() / "z", Home() / "to z");
   fs::create_symlink("nowhere", Home() / "dangling.indd");
   ASSERT_EQ(mkfifo((Home() / "fifo.indd").c_str(), 0600), 0);
@@ -150,14 +119,14 @@ TEST_F(OpenFileDialogTest, ListsFoldersFirstInNaturalOrderAndOnlyWhatCanBeChosen
   EXPECT_EQ(screen.Rows().at(2), ".draft.indd");
   EXPECT_EQ(screen.Selected(), "p10.indd");
   screen.Key(Qt::Key_H, Qt::ControlModifier);
-  QTest::keyClick(&screen.filter, Qt::Key_Down);
+  QTest::keyClick(screen.dialog.findChild<QComboBox*>("filter"), Qt::Key_Down);
   EXPECT_EQ(screen.Rows(), (Strings{"to z", "z", "notes.txt", "p9.INDD", "p10.indd", "表紙.indd"}));
 }
 
 TEST_F(OpenFileDialogTest, NamesThatLookAlikeGiveTheirOwnBytes) {
   const std::set<std::string> names = {"\xFF\xFE.indd", "\xFE\xFF.indd", "\xEF\xBF\xBD\n.indd",
                                        "line\nfeed.indd", "line\u2028feed.indd"};
-  for (const auto& name : names) MakeFile(name);
+  MakeFiles({names.begin(), names.end()});
   std::set<std::string> chosen;
   for (int row = 0; row < 5; ++row) {
     Screen screen(Request());
@@ -168,23 +137,8 @@ TEST_F(OpenFileDialogTest, NamesThatLookAlikeGiveTheirOwnBytes) {
   EXPECT_EQ(chosen, names);
 }
 
-TEST_F(OpenFileDialogTest, AFolderWithAnInvalidNameIsEnteredWithReturnAndWithADoubleClick) {
-  MakeFile("\xFF\xFE/\x83.indd");
-  Screen screen(Request());
-  screen.Key(Qt::Key_Down);
-  screen.Key(Qt::Key_Return);
-  EXPECT_EQ(screen.dialog.Folder(), Home() / "\xFF\xFE");
-  EXPECT_FALSE(screen.open.isEnabled());
-  screen.Key(Qt::Key_Backspace);
-  screen.DoubleClick(0);
-  EXPECT_EQ(screen.dialog.Folder(), Home() / "\xFF\xFE");
-  screen.DoubleClick(0);
-  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "\xFF\xFE/\x83.indd").native());
-}
-
-TEST_F(OpenFileDialogTest, EveryWayUpSelectsTheFolderThatWasLeft) {
-  MakeFile("a/x.indd");
-  MakeFile("\xFF/x.indd");
+TEST_F(OpenFileDialogTest, FoldersAreEnteredAndLeftByKeysAndByTheMouse) {
+  MakeFiles({"a/x.indd", "\xFF/\x83.indd"});
   Screen screen(AnyIn(Home() / "\xFF"));
   const std::vector<std::function<void()>> ways = {
       [&] { screen.Key(Qt::Key_Backspace); }, [&] { screen.Key(Qt::Key_Up, Qt::AltModifier); },
@@ -192,18 +146,20 @@ TEST_F(OpenFileDialogTest, EveryWayUpSelectsTheFolderThatWasLeft) {
   for (const auto& goUp : ways) {
     goUp();
     EXPECT_EQ(screen.dialog.Folder(), Home());
-    EXPECT_EQ(screen.Selected(), "\uFFFD");
+    EXPECT_EQ(screen.Selected(), "\uFFFD") << "the folder that was left";
     screen.Key(Qt::Key_Return);
+    EXPECT_EQ(screen.dialog.Folder(), Home() / "\xFF");
   }
-  EXPECT_EQ(screen.dialog.Folder(), Home() / "\xFF");
+  screen.Key(Qt::Key_Backspace);
+  screen.DoubleClick(1);
+  screen.DoubleClick(0);
+  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "\xFF/\x83.indd").native());
 }
 
 TEST_F(OpenFileDialogTest, KeysStartBeforeTheFirstRowWhenNoneIsSelected) {
-  for (const char* name : {"alpha.indd", "beta.indd", "gamma.indd"}) MakeFile(name);
-  const struct {
-    Qt::Key key;
-    std::string selected;
-  } rows[] = {{Qt::Key_A, "alpha.indd"}, {Qt::Key_Down, "alpha.indd"}, {Qt::Key_End, "gamma.indd"}};
+  MakeFiles({"alpha.indd", "beta.indd", "gamma.indd"});
+  const std::pair<Qt::Key, std::string> rows[] = {
+      {Qt::Key_A, "alpha.indd"}, {Qt::Key_Down, "alpha.indd"}, {Qt::Key_End, "gamma.indd"}};
   for (const auto& [key, selected] : rows) {
     Screen screen(Request());
     screen.Key(key);
@@ -214,40 +170,35 @@ TEST_F(OpenFileDialogTest, KeysStartBeforeTheFirstRowWhenNoneIsSelected) {
     screen.Key(key);
     EXPECT_EQ(screen.Selected(), selected) << "after the folder was entered anew";
   }
-}
-
-TEST_F(OpenFileDialogTest, TypeAheadSearchesNamesWhicheverColumnWasClicked) {
-  for (const char* name : {"alpha.indd", "beta.indd"}) MakeFile(name);
   Screen screen(Request());
   screen.Click(0, 2);
   screen.Key(Qt::Key_B);
-  EXPECT_EQ(screen.Selected(), "beta.indd");
+  EXPECT_EQ(screen.Selected(), "beta.indd") << "names are searched whichever column was clicked";
 }
 
-TEST_F(OpenFileDialogTest, ATypedFolderIsEnteredAndATypedFileChosen) {
-  MakeFile("sub/x.txt");
+TEST_F(OpenFileDialogTest, OpenTakesTheSelectionOrTheNameThatWasTypedSince) {
+  MakeFiles({"sub/a.indd", "sub/a.indd2"});
   Screen screen(Request());
   screen.Type("~/sub/");
   screen.Key(Qt::Key_Return);
   EXPECT_EQ(screen.dialog.Folder(), Home() / "sub");
-  EXPECT_EQ(screen.name.text(), "");
-  screen.Type("x.txt");
+  EXPECT_FALSE(screen.open.isEnabled());
+  screen.Click(0);
+  EXPECT_TRUE(screen.open.isEnabled());
+  screen.Click(0, 0, Qt::ControlModifier);
+  EXPECT_FALSE(screen.open.isEnabled()) << "the drawn name must not stay behind as a typed one";
+  screen.Click(0);
+  screen.Type("2");
   screen.Key(Qt::Key_Return);
-  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "sub/x.txt").native());
+  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "sub/a.indd2").native());
 }
 
 TEST_F(OpenFileDialogTest, WhatCannotBeOpenedIsSaidAndTheDialogStays) {
-  MakeFile("x.indd");
+  MakeFiles({"x.indd", "gone/x.indd"});
   fs::create_symlink("loop", Home() / "loop");
-  ASSERT_EQ(mkfifo((Home() / "fifo").c_str(), 0600), 0);
-  const struct {
-    std::string typed, said;
-  } rows[] = {
-      {"no.indd", "「no.indd」は見つかりません"},
-      {"~x", "「~x」は見つかりません"},
+  const std::pair<std::string, std::string> rows[] = {
       {"x.indd/y", "は見つかりません"},
       {"%1", "「%1」は見つかりません"},
-      {"fifo", "「fifo」は通常のファイルではないため開けません"},
       {"/dev/null", "「/dev/null」は通常のファイルではないため開けません"},
       {"loop", "「loop」を開けません: " +
                    std::make_error_code(std::errc::too_many_symbolic_link_levels).message()},
@@ -258,36 +209,25 @@ TEST_F(OpenFileDialogTest, WhatCannotBeOpenedIsSaidAndTheDialogStays) {
     screen.Type(typed);
     screen.Key(Qt::Key_Return);
     EXPECT_NE(screen.Status().find(said), std::string::npos) << screen.Status();
-    EXPECT_TRUE(screen.dialog.isVisible());
     screen.Key(Qt::Key_Backspace);
-    EXPECT_EQ(screen.Status(), "1 項目") << "the message goes with the next key";
+    EXPECT_EQ(screen.Status(), "2 項目") << "the message goes with the next key";
     EXPECT_EQ(screen.dialog.Folder(), Home()) << "in this line the key is no way up";
   }
-}
-
-TEST_F(OpenFileDialogTest, AZeroByteDoesNotCutAPathShort) {
-  MakeFile("x.indd");
-  Screen screen(Request());
+  screen.name.clear();
   screen.name.insert(QStringLiteral("x.indd") + QChar(0) + "y");
   emit screen.name.textEdited(screen.name.text());
   screen.open.click();
-  EXPECT_EQ(screen.dialog.ChosenPath(), std::nullopt);
-}
+  EXPECT_EQ(screen.dialog.ChosenPath(), std::nullopt) << "a zero byte cuts no path short";
 
-TEST_F(OpenFileDialogTest, AFolderThatIsGoneIsSaidAndOneStays) {
-  MakeFile("gone/x.indd");
-  Screen screen(Request());
   fs::remove_all(Home() / "gone");
   screen.DoubleClick(0);
   EXPECT_EQ(screen.Status(), "「gone」は見つかりません");
-  EXPECT_EQ(screen.path.text().toStdString(), Home().native());
+  EXPECT_EQ(screen.dialog.findChild<QLineEdit*>("path")->text().toStdString(), Home().native());
 }
 
 TEST_F(OpenFileDialogTest, AFolderThatCannotBeReadGivesTheSystemsReasonAndOneStays) {
-  MakeFile("closed/x.indd");
-  constexpr auto OnlyThrough =
-      fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
-  fs::permissions(Home() / "closed", OnlyThrough);
+  MakeFiles({"closed/x.indd"});
+  fs::permissions(Home() / "closed", fs::perms(0111));
   fs::permissions(Home(), fs::perms::all);
   const test::AsOrdinaryUser user;
 
@@ -298,43 +238,7 @@ TEST_F(OpenFileDialogTest, AFolderThatCannotBeReadGivesTheSystemsReasonAndOneSta
   screen.Type("closed/x.indd");
   screen.Key(Qt::Key_Return);
   EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "closed/x.indd").native());
-}
-
-TEST_F(OpenFileDialogTest, OpenIsThereOnlyForASelectionOrATypedName) {
-  MakeFile("\xFF.indd");
-  Screen screen(Request());
-  EXPECT_FALSE(screen.open.isEnabled());
-  screen.Click(0);
-  EXPECT_TRUE(screen.open.isEnabled());
-  screen.Click(0, 0, Qt::ControlModifier);
-  EXPECT_FALSE(screen.open.isEnabled()) << "the drawn name must not stay behind as a typed one";
-  screen.Type("a");
-  EXPECT_TRUE(screen.open.isEnabled());
-}
-
-TEST_F(OpenFileDialogTest, AnEditedNameCountsAndNotTheRowItCameFrom) {
-  MakeFile("a.indd");
-  MakeFile("a.indd2");
-  Screen screen(Request());
-  screen.Click(0);
-  screen.Type("2");
-  screen.Key(Qt::Key_Return);
-  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "a.indd2").native());
-}
-
-TEST_F(OpenFileDialogTest, CancellingChoosesNothing) {
-  MakeFile("a.indd");
-  const std::vector<std::function<void(Screen&)>> ways = {
-      [](Screen& screen) { screen.Key(Qt::Key_Escape); },
-      [](Screen& screen) { QTest::mouseClick(&screen.cancel, Qt::LeftButton); },
-      [](Screen& screen) { screen.dialog.close(); }};
-  for (const auto& cancel : ways) {
-    Screen screen(Request());
-    screen.Click(0);
-    cancel(screen);
-    EXPECT_FALSE(screen.dialog.isVisible());
-    EXPECT_EQ(screen.dialog.ChosenPath(), std::nullopt);
-  }
+  static_cast<void>(chmod((Home() / "closed").c_str(), 0700));  // So that it can be removed.
 }
 
 /// Does `act` with the dialog that `AskForFile` is about to bring up.
@@ -347,30 +251,30 @@ void WhenAsked(std::function<void(OpenFileDialog&)> act) {
 }
 
 TEST_F(OpenFileDialogTest, TheFolderOfTheLastChoiceComesUpAgainUnlessItIsGone) {
-  MakeFile("sub/x.indd");
-  const auto folderAskedIn = [](const std::optional<fs::path>& initialDirectory) {
+  MakeFiles({"sub/x.indd"});
+  const auto folderAskedIn = [](const FileRequest& request) {
     fs::path folder;
     WhenAsked([&](OpenFileDialog& dialog) {
       folder = dialog.Folder();
+      dialog.findChild<QDialogButtonBox*>()->buttons().constLast()->click();
+      EXPECT_FALSE(dialog.isVisible());
       dialog.reject();
     });
-    EXPECT_FALSE(AskForFile(AnyIn(initialDirectory), nullptr));
+    EXPECT_FALSE(AskForFile(request, nullptr)) << "it was cancelled";
     return folder;
   };
   WhenAsked([](OpenFileDialog& dialog) {
     QTest::keyClicks(dialog.findChild<QLineEdit*>("name"), "sub/x.indd\r");
   });
-  EXPECT_EQ(AskForFile(AnyIn(std::nullopt), nullptr)->NativePath(),
-            (Home() / "sub/x.indd").native());
-  EXPECT_EQ(folderAskedIn(std::nullopt), Home() / "sub");
-  EXPECT_EQ(folderAskedIn(Home() / "missing"), Home());
+  EXPECT_EQ(AskForFile({}, nullptr)->NativePath(), (Home() / "sub/x.indd").native());
+  EXPECT_EQ(folderAskedIn({}), Home() / "sub");
+  EXPECT_EQ(folderAskedIn(AnyIn(Home() / "missing")), Home());
   fs::remove_all(Home() / "sub");
-  EXPECT_EQ(folderAskedIn(std::nullopt), Home());
+  EXPECT_EQ(folderAskedIn({}), Home());
 }
 
 TEST_F(OpenFileDialogTest, ABundleIsChosenAsOneItemUnlessOnlyDocumentsAre) {
-  MakeFile("Adobe \xFF.app/Contents/x");
-  MakeFile("Plain.app/x");
+  MakeFiles({"Adobe \xFF.app/Contents/x", "Plain.app/x"});
   const auto chosen = [this](const FileRequest& request, int row) {
     Screen screen(request);
     screen.DoubleClick(row);
@@ -379,9 +283,6 @@ TEST_F(OpenFileDialogTest, ABundleIsChosenAsOneItemUnlessOnlyDocumentsAre) {
   EXPECT_EQ(chosen(AnyIn(Home()), 0), (Home() / "Adobe \xFF.app").native());
   EXPECT_EQ(chosen(AnyIn(Home()), 1), std::nullopt) << "a folder that is only named so";
   EXPECT_EQ(chosen(Request(), 0), std::nullopt);
-  Screen screen(AnyIn(Home()));
-  screen.Click(0);
-  EXPECT_EQ(screen.name.text(), QStringLiteral("Adobe \uFFFD.app"));
 }
 
 TEST_F(OpenFileDialogTest, TheEndOfTheParentIsACancel) {

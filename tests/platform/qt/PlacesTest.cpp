@@ -2,44 +2,25 @@
 
 #include <gtest/gtest.h>
 
-#include <QByteArray>
+#include "support/Environment.h"
 
 namespace vintrace::qt {
 namespace {
 
-class PlacesTest : public testing::Test {
- protected:
-  void TearDown() override { qputenv("HOME", oldHome_); }
-
- private:
-  const QByteArray oldHome_ = qgetenv("HOME");
-};
-
-TEST_F(PlacesTest, ATypedPathCountsFromTheFolderTheHomeOrTheRoot) {
-  qputenv("HOME", "/home/\xFF/");
-  const struct {
-    const char* text;
-    const char* path;
-  } rows[] = {
-      {"x.indd", "/a/b/x.indd"},
-      {" x ", "/a/b/ x "},
-      {"./c/../x", "/a/b/x"},
-      {"..", "/a"},
-      {"../../../..", "/"},
-      {"c/", "/a/b/c"},
-      {"/", "/"},
-      {"/c//d/.", "/c/d"},
-      {"~", "/home/\xFF"},
-      {"~/x.indd", "/home/\xFF/x.indd"},
-      {"~x", "/a/b/~x"},
-      {"c/~", "/a/b/c/~"},
+TEST(Places, ATypedPathCountsFromTheFolderTheHomeOrTheRoot) {
+  const test::Environment home("HOME", "/home/\xFF/");
+  const std::pair<const char*, const char*> rows[] = {
+      {" x ", "/a/b/ x "},  {"./c/../x", "/a/b/x"}, {"..", "/a"},
+      {"../../../..", "/"}, {"c/", "/a/b/c"},       {"/", "/"},
+      {"/c//d/.", "/c/d"},  {"~", "/home/\xFF"},    {"~/x.indd", "/home/\xFF/x.indd"},
+      {"~x", "/a/b/~x"},    {"c/~", "/a/b/c/~"},
   };
   for (const auto& [text, path] : rows) EXPECT_EQ(TypedPath(text, "/a/b"), path) << text;
 }
 
-TEST_F(PlacesTest, AUserWithoutAHomeHasTheRootOnce) {
-  for (const char* home : {"", "here", "/"}) {
-    qputenv("HOME", home);
+TEST(Places, AUserWithoutAHomeHasTheRootOnce) {
+  for (const char* folder : {"", "here", "/"}) {
+    const test::Environment home("HOME", folder);
     EXPECT_EQ(HomeFolder(), "/");
     EXPECT_EQ(UsualPlaces().front().kind, Place::Home);
     EXPECT_NE(UsualPlaces().back().kind, Place::Root);

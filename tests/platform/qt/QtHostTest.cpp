@@ -4,317 +4,95 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QClipboard>
 #include <QFileOpenEvent>
 #include <QLabel>
+#include <QMenuBar>
 #include <QMessageBox>
-#include <QPainter>
-#include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
-#include <array>
+#include <deque>
 
+#include "online/UpdateWin.h"
 #include "platform/Desktop.h"
 #include "platform/Exceptions.h"
 #include "platform/qt/ContentWidget.h"
+#include "platform/qt/DroppedFiles.h"
 #include "platform/qt/PictureIcon.h"
 #include "platform/qt/WindowWidget.h"
 #include "resources/Endpoints.h"
+#include "shell/App.h"
 #include "shell/MainMenuBar.h"
 #include "shell/Window1.h"
+#include "shell/Window2.h"
 #include "support/HostUnderTest.h"
 
 namespace vintrace::test {
 namespace {
 
-/// Tells what is raised in it.
-class TracingApplication : public Application {
+using online::UpdateWin;
+
+/// Tells what is raised in it, and leaves to a test what comes of that.
+class TracingApplication : public App {
  public:
-  explicit TracingApplication(Lines& story) : story_(story) {}
+  Lines story;
   std::function<void()> onOpen;
   std::function<void()> onDocument;
 
- protected:
   void Event_Open() override {
-    story_.emplace_back("open");
+    story.emplace_back("open");
     if (onOpen) onOpen();
   }
   void Event_OpenDocument(const std::optional<FolderItem>& item) override {
-    story_.push_back("document " + item->NativePath());
+    story.push_back("document " + item->NativePath());
     if (onDocument) onDocument();
-    story_.push_back("done");
   }
-
- private:
-  Lines& story_;
 };
 
 class QtHostTest : public testing::Test {
  protected:
-  /// The host of a program that was started with these documents.
-  HostUnderTest& Start(const Lines& documents = {}) {
-    host_.emplace();
-    for (const auto& document : documents) host_->HandOver(FolderItem(document));
-    auto application = std::make_unique<TracingApplication>(story);
+  QtHostTest() {
+    auto application = std::make_unique<TracingApplication>();
     application->SetMenuBar(MainMenuBar::Instance());
     app = application.get();
-    host_->_RuntimeRegisterAppObject(std::move(application));
-    return *host_;
+    host._RuntimeRegisterAppObject(std::move(application));
   }
 
-  /// A shown window of the document `name`.
-  std::shared_ptr<Window1> NewWindow(const String& name) {
-    auto window = Window::New<Window1>();
-    window->SetTitle(name);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Widget(*window).isVisible(); }));
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(&Widget(*window)));
+  /// A window that is shown and active.
+  template <class Kind>
+  std::shared_ptr<Kind> NewWindow() {
+    auto window = Window::New<Kind>();
+    QWidget& widget = Widget(*window);
+    EXPECT_TRUE(QTest::qWaitFor([&widget] { return widget.isVisible(); }));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&widget));
     return window;
   }
 
-  qt::WindowWidget& Widget(const Window& window) { return *host_->WidgetOf(window); }
+  qt::WindowWidget& Widget(const Window& window) { return *host.WidgetOf(window); }
 
-  /// A place of the content as a place of the whole window, which may carry the menu bar.
-  QPoint Place(const Window& window, QPoint place) {
-    return Widget(window).Content().mapTo(&Widget(window), place);
+  template <class Kind = QWidget>
+  Kind& Child(const Window& window, std::string_view name) {
+    return *Widget(window).findChild<Kind*>(QString::fromStdString(std::string(name)));
   }
 
-  template <class W = QWidget>
-  W& Child(const Window& window, const char* name) {
-    return *Widget(window).findChild<W*>(name);
+  /// The middle of the control of that name, as a place of its window.
+  QPoint Middle(const Window& window, std::string_view name) {
+    const QWidget& control = Child(window, name);
+    return control.mapTo(&Widget(window), control.rect().center());
   }
 
-  /// Presses the button of the message box that comes up, and hands its text to `seen`.
-  static void AnswerBox(const std::function<void(QMessageBox&)>& seen) {
-    QTimer::singleShot(0, [seen] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      ASSERT_NE(box, nullptr);
-      seen(*box);
-      box->buttons().constFirst()->click();
-    });
+  /// Presses the key, and gives the name of what has the focus then, or "closed".
+  std::string Press(const Window& window, Qt::Key key) {
+    QTest::keyClick(Widget(window).focusWidget(), key);
+    return window.IsOpen() ? Widget(window).focusWidget()->objectName().toStdString() : "closed";
   }
 
-  Lines story;
+  HostUnderTest host;
   TracingApplication* app = nullptr;
-
- private:
-  std::optional<HostUnderTest> host_;
+  const Lines page{std::string(endpoints::WebPage)};
 };
-
-struct ControlCase {
-  const char* name;
-  QRect place;
-  int tabIndex;
-  const char* text;
-  int pixelSize;
-};
-
-TEST_F(QtHostTest, Window1HasItsControlsWhereTheyBelong) {
-  Start();
-  const auto window = NewWindow("a.indd");
-  const QWidget& widget = Widget(*window);
-  EXPECT_EQ(Widget(*window).Content().size(), QSize(280, 150));
-  EXPECT_EQ(widget.minimumSize(), widget.maximumSize());
-  EXPECT_EQ(widget.windowTitle(), "a.indd");
-  EXPECT_TRUE(widget.windowFlags().testFlag(Qt::WindowCloseButtonHint));
-  EXPECT_FALSE(widget.windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
-  EXPECT_FALSE(widget.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
-
-  const ControlCase cases[] = {
-      {"PushButton2", {183, 111, 69, 20}, 0, "閉じる", 12},
-      {"StaticText1", {20, 10, 240, 20}, 1, "Vintrace CS", 12},
-      {"StaticText2", {104, 38, 161, 20}, 2, "Adobe InDesign CS3", 12},
-      {"StaticText3", {105, 57, 137, 18}, 4, "Macintosh Edition", 10},
-      {"StaticText5", {105, 78, 160, 25}, 6, "サブバージョン不明", 14},
-      {"Label1", {183, 12, 91, 20}, 7, "ファイル名", 0},
-      {"Canvas1", {34, 38, 48, 48}, 3, "", 0},
-      {"StaticText4", {20, 114, 114, 20}, 5, endpoints::WebPage.data(), 12},
-      {"PushButton3", {20, 111, 142, 20}, 8, "該当バージョンで開く", 12},
-  };
-  int index = 0;
-  for (const auto& [name, place, tabIndex, text, pixelSize] : cases) {
-    SCOPED_TRACE(name);
-    QWidget& control = Child(*window, name);
-    EXPECT_EQ(window->Control(index)->Design().name, name);
-    EXPECT_EQ(window->Control(index++)->Design().tabIndex, tabIndex);
-    EXPECT_EQ(control.geometry(), place);
-    EXPECT_EQ(control.isVisible(), control.objectName() != "Label1");
-    EXPECT_EQ(control.isEnabled(), control.objectName() != "Label1");
-    EXPECT_EQ(control.property("text").toString().toStdString(), text);
-    EXPECT_EQ(control.font().pixelSize(), pixelSize > 0 ? pixelSize : QFont().pixelSize());
-  }
-}
-
-TEST_F(QtHostTest, TheTabKeyGoesRoundByTabIndex) {
-  Start();
-  const auto window = NewWindow("a.indd");
-  const auto stops = [&] {
-    QStringList names;
-    for (int i = 0; i < 3; ++i) {
-      QTest::keyClick(&Widget(*window), Qt::Key_Tab);
-      names.push_back(Widget(*window).focusWidget()->objectName());
-    }
-    return names;
-  };
-  EXPECT_EQ(stops(), QStringList({"PushButton2", "PushButton3", "PushButton2"}))
-      << "the link is covered by a button";
-  Widget(*window).setFocus();
-  window->SetOpenable(false);
-  EXPECT_EQ(stops(), QStringList({"PushButton2", "StaticText4", "PushButton2"}));
-}
-
-TEST_F(QtHostTest, TheButtonCoversTheLinkUntilItIsHidden) {
-  auto& host = Start();
-  const auto window = NewWindow("a.indd");
-  const QPoint middle = Place(*window, Child(*window, "StaticText4").geometry().center());
-  int presses = 0;
-  window->PushButton3().Action = [&] { ++presses; };
-  QTest::mouseClick(Widget(*window).windowHandle(), Qt::LeftButton, {}, middle);
-  EXPECT_EQ(host.urls, Lines{});
-  EXPECT_EQ(presses, 1);
-  window->SetOpenable(false);
-  QTest::mouseClick(Widget(*window).windowHandle(), Qt::LeftButton, {}, middle);
-  EXPECT_EQ(host.urls, Lines{std::string(endpoints::WebPage)});
-}
-
-TEST_F(QtHostTest, TheLinkFollowsTheMouse) {
-  auto& host = Start();
-  const auto window = NewWindow("a.indd");
-  window->SetOpenable(false);
-  const auto& link = Child<QLabel>(*window, "StaticText4");
-  auto* surface = Widget(*window).windowHandle();
-  const auto color = [&] { return link.palette().color(QPalette::WindowText); };
-  const QPoint inside = Place(*window, link.geometry().center());
-  const QPoint outside = Place(*window, {270, 5});
-
-  EXPECT_EQ(color(), QColor(0, 0, 255));
-  QTest::mouseMove(surface, inside);
-  EXPECT_EQ(color(), QColor(255, 0, 0));
-  QTest::mouseMove(surface, outside);
-  EXPECT_EQ(color(), QColor(0, 0, 255));
-
-  // A release away from the link still follows it; the other buttons, and a label that refuses the
-  // press, do nothing.
-  QTest::mouseClick(surface, Qt::RightButton, {}, inside);
-  window->StaticText4().MouseDown = [] { return false; };
-  QTest::mouseClick(surface, Qt::LeftButton, {}, inside);
-  window->StaticText4().MouseDown = [] { return true; };
-  QTest::mousePress(surface, Qt::LeftButton, {}, inside);
-  EXPECT_EQ(host.urls, Lines{});
-  QTest::mouseRelease(surface, Qt::LeftButton, {}, outside);
-  EXPECT_EQ(host.urls.size(), 1U);
-  EXPECT_FALSE(link.font().underline());
-}
-
-TEST_F(QtHostTest, HostileTextsAreDrawnSafelyAndGivenBackUnchanged) {
-  Start();
-  const String build("8.\0\n<b>\xFF\x1B", 9);
-  const auto window = NewWindow("<b>[*]&\n\xFF.indd");
-  window->SetBuildText(build);
-  EXPECT_EQ(window->BuildText(), build);
-  const auto& label = Child<QLabel>(*window, "StaticText5");
-  EXPECT_EQ(label.text(), "8.\uFFFD\uFFFD<b>\uFFFD\uFFFD");
-  EXPECT_EQ(label.textFormat(), Qt::PlainText);
-  EXPECT_EQ(Widget(*window).windowTitle(), "<b>[*][*]&\uFFFD\uFFFD.indd");
-  EXPECT_EQ(Widget(*window).windowHandle()->title(), "<b>[*]&\uFFFD\uFFFD.indd");
-}
-
-TEST_F(QtHostTest, ATextTooLongForItsPlaceEndsInAnEllipsis) {
-  Start();
-  const auto window = NewWindow("a.indd");
-  const String text = String(200, 'w') + "<i>";
-  window->SetProductText(text);
-  const auto& label = Child<QLabel>(*window, "StaticText2");
-  EXPECT_TRUE(label.text().endsWith(QChar(0x2026)));
-  EXPECT_LE(label.fontMetrics().horizontalAdvance(label.text()), label.width());
-  EXPECT_TRUE(label.toolTip().contains("&lt;i&gt;"));
-  EXPECT_EQ(window->StaticText2().Text(), text);
-}
-
-QImage Decoded(std::string_view png) {
-  return QImage::fromData(QByteArray(png.data(), static_cast<qsizetype>(png.size())), "PNG");
-}
-
-/// The picture on the ground of the windows.
-QImage OnGround(const QImage& picture) {
-  QImage image(picture.size(), QImage::Format_RGB32);
-  image.fill(QColor(0xEC, 0xEC, 0xEC));
-  QPainter(&image).drawImage(0, 0, picture);
-  return image;
-}
-
-TEST_F(QtHostTest, ThePictureIsDrawnInItsPlaceAndFinerOnDenseScreens) {
-  Start();
-  const auto window = NewWindow("a.indd");
-  const QRect place = Child(*window, "Canvas1").geometry();
-  const auto shown = [&] {
-    return Widget(*window).Content().grab(place).toImage().convertToFormat(QImage::Format_RGB32);
-  };
-  for (const auto accessor : {pictures::cs6, pictures::und}) {
-    const auto picture = accessor();
-    window->SetPicture(accessor);
-    EXPECT_EQ(shown(), OnGround(Decoded(picture->Png())));
-    QImage dense = qt::IconOf(*picture).pixmap(place.size(), 2.0).toImage();
-    dense.setDevicePixelRatio(1);
-    EXPECT_EQ(OnGround(dense), OnGround(Decoded(picture->PngAt2x())));
-  }
-}
-
-TEST_F(QtHostTest, APressInAWindowBehindBringsItToTheFrontBeforeItActs) {
-  auto& host = Start();
-  const auto a = NewWindow("a.indd");
-  const auto b = NewWindow("b.indd");
-  ASSERT_EQ(host.Windows().At(0), b);
-  QTest::mouseClick(&Child(*a, "PushButton2"), Qt::LeftButton);
-  EXPECT_FALSE(a->IsOpen());
-  EXPECT_TRUE(b->IsOpen());
-}
-
-TEST_F(QtHostTest, TheWindowThatIsActivatedComesToTheFront) {
-  auto& host = Start();
-  const auto a = NewWindow("a.indd");
-  const auto b = NewWindow("b.indd");
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&Widget(*b)));
-  Widget(*a).activateWindow();
-  EXPECT_TRUE(QTest::qWaitFor([&] { return host.Windows().At(0) == a; }));
-}
-
-TEST_F(QtHostTest, TheCloseBoxClosesAndLeavesTheOthers) {
-  auto& host = Start();
-  const auto a = NewWindow("a.indd");
-  const auto b = NewWindow("b.indd");
-  Widget(*b).close();
-  EXPECT_FALSE(b->IsOpen());
-  EXPECT_EQ(host.Windows().At(0), a);
-  EXPECT_EQ(host.WidgetOf(*b), nullptr);
-}
-
-TEST_F(QtHostTest, DocumentsOfTheStartComeBeforeItIsOverInOrderAsBytes) {
-  auto& host = Start({"/tmp/a.indd", "/tmp/\xFF\n.indd"});
-  app->onOpen = [] { desktop::Quit(3); };
-  host.Run();
-  EXPECT_EQ(story,
-            (Lines{"document /tmp/a.indd", "done", "document /tmp/\xFF\n.indd", "done", "open"}));
-  EXPECT_EQ(host.ExitStatus(), 3);
-}
-
-TEST_F(QtHostTest, WhileABoxIsOpenNoDocumentIsHandedOver) {
-  auto& host = Start({"/a.indd", "/b.indd"});
-  Lines shown;
-  app->onDocument = [&] {
-    if (story.back() == "document /b.indd") return desktop::Quit(0);
-    AnswerBox([&](QMessageBox& box) {
-      host.HandOver(FolderItem("/c.indd"));
-      // The loop of the box comes round, and a document that didn't wait would come.
-      for (int round = 0; round < 3; ++round) QCoreApplication::processEvents();
-      shown.push_back(box.text().toStdString());
-      EXPECT_EQ(box.textFormat(), Qt::PlainText);
-    });
-    desktop::MsgBox("<b>一</b>\n\x1B二");
-  };
-  host.Run();
-  EXPECT_EQ(shown, Lines{"<b>一</b>\n\uFFFD二"});
-  EXPECT_EQ(story, (Lines{"document /a.indd", "done", "document /b.indd", "done"}))
-      << "and what waits when the program quits is dropped";
-}
 
 /// Counts how often what it watches is drawn.
 class PaintCounter : public QObject {
@@ -326,71 +104,290 @@ class PaintCounter : public QObject {
   }
 };
 
-TEST_F(QtHostTest, EachWindowOfTheStartIsDrawnBeforeWhatComesNext) {
-  auto& host = Start({"/a.indd", "/b.indd"});
-  std::array<PaintCounter, 2> counters;
-  std::size_t opened = 0;
+TEST_F(QtHostTest, TheStartOpensItsDocumentsInOrderAndDrawsEachBeforeWhatComesNext) {
+  host.HandOver(FolderItem("/\xFF\n.indd"));
+  QFileOpenEvent fromTheSystem(QString("/二.indd"));
+  QApplication::sendEvent(qApp, &fromTheSystem);
+  std::deque<PaintCounter> counters;
   const auto expectDrawn = [&] {
-    for (std::size_t i = 0; i < opened; ++i) EXPECT_GT(counters.at(i).paints, 0);
+    for (const auto& counter : counters) EXPECT_GT(counter.paints, 0);
+    EXPECT_EQ(host.StandIn(), nullptr) << "a window that nobody needs";
   };
   app->onDocument = [&] {
     expectDrawn();
-    Child(*Window::New<Window1>(), "PushButton3").installEventFilter(&counters.at(opened++));
+    const auto window = Window::New<Window1>();
+    Child(*window, "PushButton3").installEventFilter(&counters.emplace_back());
   };
   app->onOpen = [&] {
-    EXPECT_EQ(opened, 2U);
     expectDrawn();
-    desktop::Quit(0);
+    desktop::Quit(3);
   };
   host.Run();
+  EXPECT_EQ(app->story, (Lines{"document /\xFF\n.indd", "document /二.indd", "open"}));
+  EXPECT_EQ(host.ExitStatus(), 3);
 }
 
-TEST_F(QtHostTest, WhatBreaksInAnEventIsReportedAndTheNextOneComes) {
-  auto& host = Start({"/a.indd", "/b.indd"});
-  std::string report;
+TEST_F(QtHostTest, WhatBreaksIsReportedAndNoDocumentComesWhileABoxIsOpen) {
+  app->onOpen = [&] {
+    for (const char* path : {"/a.indd", "/b.indd", "/c.indd"}) host.HandOver(FolderItem(path));
+  };
+  Lines shown;
+  const auto answer = [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    // The loop of the box comes round, and a document that didn't wait would come.
+    for (int round = 0; round < 3; ++round) QCoreApplication::processEvents();
+    EXPECT_EQ(app->story.size(), 2U);
+    EXPECT_EQ(box->textFormat(), Qt::PlainText);
+    shown.push_back(box->text().toStdString());
+    QTest::keyClick(box, Qt::Key_Return);
+  };
   app->onDocument = [&] {
-    if (story.back() == "document /b.indd") return desktop::Quit(0);
-    AnswerBox([&](QMessageBox& box) { report = box.text().toStdString(); });
+    if (app->story.size() > 2) return desktop::Quit(0);
+    QTimer::singleShot(0, answer);
+    desktop::MsgBox("<b>一</b>\n\x1B二");
+    QTimer::singleShot(0, answer);
     throw RuntimeException("broken");
   };
   host.Run();
-  EXPECT_EQ(report, "予期しないエラーが起こりました。\nbroken");
-  EXPECT_EQ(story.size(), 3U);
+  EXPECT_EQ(shown, (Lines{"<b>一</b>\n\uFFFD二", "予期しないエラーが起こりました。\nbroken"}));
+  EXPECT_EQ(app->story, (Lines{"open", "document /a.indd", "document /b.indd"}))
+      << "and what waits when the program quits is dropped";
 }
 
-TEST_F(QtHostTest, TheSystemsOwnEventHandsOverADocument) {
-  auto& host = Start();
-  app->onDocument = [] { desktop::Quit(0); };
-  QFileOpenEvent event(QString("/二.indd"));
-  QApplication::sendEvent(qApp, &event);
-  host.Run();
-  EXPECT_EQ(story, (Lines{"document /二.indd", "done"}));
-}
-
-TEST_F(QtHostTest, ClosingTheLastWindowByItsBoxDoesNotEndTheProgram) {
-  auto& host = Start({"/first.indd"});
-  std::shared_ptr<Window1> window;
-  app->onDocument = [&] {
-    if (window) return desktop::Quit(5);
-    window = Window::New<Window1>();
+TEST_F(QtHostTest, ClosingTheLastWindowDoesNotEndTheProgramAndTheSystemsQuitRequestDoes) {
+  app->onOpen = [&] {
     QTimer::singleShot(0, [&] {
-      ASSERT_TRUE(Widget(*window).isVisible());
-      Widget(*window).close();
-      // Another document comes when the loop has come round, in which it would have ended.
+      Widget(*NewWindow<Window1>()).close();
+      // A document comes when the loop has come round, in which it would have ended.
       QTimer::singleShot(
-          0, [&] { QTimer::singleShot(0, [&] { host.HandOver(FolderItem("/second.indd")); }); });
+          0, [&] { QTimer::singleShot(0, [&] { host.HandOver(FolderItem("/a.indd")); }); });
     });
   };
+  app->onDocument = [] {
+    Window::New<Window1>();
+    QTimer::singleShot(0, [] { QApplication::quit(); });
+  };
   host.Run();
-  EXPECT_EQ(host.ExitStatus(), 5);
+  EXPECT_EQ(app->story, (Lines{"open", "document /a.indd"}));
 }
 
-TEST_F(QtHostTest, TheSystemsQuitRequestEndsTheProgramWithItsWindows) {
-  auto& host = Start();
-  const auto window = NewWindow("a.indd");
-  QTimer::singleShot(0, [] { QApplication::quit(); });
-  host.Run();
-  EXPECT_EQ(host.ExitStatus(), 0);
+TEST_F(QtHostTest, TheClipboardTakesAByteOrderMarkToo) {
+  host.SetClipboardText("\uFEFFa");
+  EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "\uFEFFa");
+}
+
+TEST_F(QtHostTest, EachWindowHasTheFrameOfItsDesign) {
+  constexpr Qt::WindowFlags Close = Qt::WindowCloseButtonHint;
+  constexpr Qt::WindowFlags Floating = Qt::WindowMinimizeButtonHint | Qt::WindowStaysOnTopHint;
+  const struct {
+    std::shared_ptr<Window> window;
+    Qt::WindowFlags flags;
+    bool centred;
+    QSize size, least;
+  } rows[] = {{NewWindow<Window1>(), Close, false, {280, 150}, {280, 150}},
+              {NewWindow<UpdateWin>(), Close | Floating, true, {337, 115}, {64, 64}},
+              {NewWindow<Window2>(), Close, true, {460, 300}, {460, 300}}};
+  for (const auto& [window, flags, centred, size, least] : rows) {
+    auto& widget = Widget(*window);
+    EXPECT_EQ(widget.windowFlags() & (Close | Floating | Qt::WindowMaximizeButtonHint), flags);
+    const QPoint centre = widget.screen()->availableGeometry().center();
+    EXPECT_EQ((widget.geometry().center() - centre).manhattanLength() < 10, centred);
+    EXPECT_EQ(widget.Content().size(), size);
+    widget.resize(1, 1);
+    EXPECT_EQ(widget.Content().size(), least);
+  }
+}
+
+TEST_F(QtHostTest, TheAboutWindowStaysInFrontOfADocumentThatComes) {
+  const auto about = NewWindow<Window2>();
+  const auto document = Window::New<Window1>();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Widget(*document).isVisible(); }));
+  EXPECT_EQ(desktop::Window(0), about);
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&Widget(*about)));
+}
+
+TEST_F(QtHostTest, AWindowThatIsActivatedOrPressedIsInFront) {
+  const auto a = NewWindow<Window1>();
+  const auto b = NewWindow<Window1>();
+  Widget(*a).activateWindow();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return desktop::Window(0) == a; }));
+  QTest::mouseClick(&Child(*b, "PushButton2"), Qt::LeftButton);
+  EXPECT_FALSE(b->IsOpen());
+  EXPECT_TRUE(a->IsOpen());
+}
+
+TEST_F(QtHostTest, MenusAndShortcutsObeyWhatIsEnabledAtThatMoment) {
+  const auto window = NewWindow<Window1>();
+  const auto menus = Widget(*window).findChild<QMenuBar*>()->actions();
+  QMenu* edit = menus.at(1)->menu();
+  const QAction* copy = edit->actions().at(0);
+  EXPECT_TRUE(copy->isEnabled());
+  Window::New<Window2>();  // In front now, though not on the screen yet.
+  emit edit->aboutToShow();
+  EXPECT_FALSE(copy->isEnabled());
+  host.Windows().BringToFront(window);
+  QTest::keyClick(&Widget(*window), Qt::Key_W, Qt::ControlModifier);
+  EXPECT_FALSE(window->IsOpen());
+
+  // Each has a role, so that the system moves nothing to another menu by its text.
+  EXPECT_EQ(copy->menuRole(), QAction::NoRole);
+  EXPECT_EQ(edit->actions().constLast()->menuRole(), QAction::ApplicationSpecificRole);
+  EXPECT_EQ(menus.at(0)->menu()->actions().at(1)->menuRole(), QAction::QuitRole);
+}
+
+TEST_F(QtHostTest, TheTabKeyGoesRoundByTabIndexAndKeysActOnlyOnWhatItReached) {
+  for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
+    const auto window = NewWindow<Window1>();
+    ASSERT_EQ(Press(*window, key), "") << "nothing has the focus";
+    ASSERT_EQ(Press(*window, Qt::Key_Escape), "");
+    for (const char* stop : {"PushButton2", "PushButton3", "PushButton2"}) {
+      ASSERT_EQ(Press(*window, Qt::Key_Tab), stop) << "the link is covered by a button";
+    }
+    Widget(*window).setFocus();
+    window->SetOpenable(false);
+    for (const char* stop : {"PushButton2", "StaticText4"}) {
+      ASSERT_EQ(Press(*window, Qt::Key_Tab), stop);
+    }
+    Press(*window, key);
+    EXPECT_EQ(std::exchange(host.urls, {}), page);
+    EXPECT_EQ(Press(*window, Qt::Key_Tab), "PushButton2");
+    EXPECT_EQ(Press(*window, key), "closed");
+  }
+}
+
+TEST_F(QtHostTest, TheAboutWindowClosesByAKeyOrAClickThatNoLinkTakes) {
+  auto about = NewWindow<Window2>();
+  for (const char* stop : {"StaticText1", "StaticText2", "StaticText1"}) {
+    EXPECT_EQ(Press(*about, Qt::Key_Tab), stop);
+  }
+  EXPECT_EQ(Press(*about, Qt::Key_Escape), "closed");
+
+  about = NewWindow<Window2>();
+  auto* surface = Widget(*about).windowHandle();
+  const QPoint picture(10, 10);
+  for (const char* link : {"StaticText1", "StaticText2"}) {
+    QTest::mousePress(surface, Qt::LeftButton, {}, Middle(*about, link));
+    QTest::mouseRelease(surface, Qt::LeftButton, {}, picture);
+  }
+  QTest::mouseClick(surface, Qt::RightButton, {}, picture);
+  EXPECT_EQ(host.urls, (Lines{page.front(), std::string(endpoints::Mail)}));
+  EXPECT_TRUE(about->IsOpen());
+  QTest::mouseClick(surface, Qt::LeftButton, {}, Middle(*about, "Label1"));
+  EXPECT_FALSE(about->IsOpen());
+}
+
+TEST_F(QtHostTest, LinksFollowTheMouse) {
+  const auto document = NewWindow<Window1>();
+  document->SetOpenable(false);
+  const auto notice = NewWindow<UpdateWin>();
+  EXPECT_TRUE(Child<QLabel>(*notice, "Label2").alignment() & Qt::AlignHCenter);
+  for (Label* link : {&document->StaticText4(), &notice->Label2()}) {
+    const Window& window = link->Owner();
+    auto* surface = Widget(window).windowHandle();
+    const QPoint inside = Middle(window, link->Design().name);
+    const QPoint outside = Widget(window).rect().bottomRight();
+    const auto colorAt = [&](QPoint mouse) {
+      QTest::mouseMove(surface, mouse);
+      return Child(window, link->Design().name).palette().color(QPalette::WindowText);
+    };
+    EXPECT_EQ(colorAt(outside), QColor(Qt::blue));
+    EXPECT_EQ(colorAt(inside), QColor(Qt::red));
+    EXPECT_EQ(colorAt(outside), QColor(Qt::blue));
+
+    // Another button and a label that refuses the press do nothing; a release elsewhere counts.
+    QTest::mouseClick(surface, Qt::RightButton, {}, inside);
+    const auto takesPress = std::exchange(link->MouseDown, [] { return false; });
+    QTest::mouseClick(surface, Qt::LeftButton, {}, inside);
+    link->MouseDown = takesPress;
+    QTest::mousePress(surface, Qt::LeftButton, {}, inside);
+    EXPECT_EQ(host.urls, Lines{});
+    QTest::mouseRelease(surface, Qt::LeftButton, {}, outside);
+    EXPECT_EQ(std::exchange(host.urls, {}), page);
+    EXPECT_TRUE(window.IsOpen());
+  }
+}
+
+TEST_F(QtHostTest, ReturnInTheNoticeDownloadsWhateverHasTheFocus) {
+  for (const char* focused : {"", "PushButton1", "Label2"}) {
+    const auto notice = NewWindow<UpdateWin>();
+    if (*focused != '\0') Child(*notice, focused).setFocus();
+    EXPECT_EQ(Press(*notice, Qt::Key_Return), "closed") << focused;
+    EXPECT_EQ(std::exchange(host.urls, {}), Lines{page.front() + "download/download.php?id=3"});
+  }
+  const auto notice = NewWindow<UpdateWin>();
+  Child(*notice, "PushButton1").setFocus();
+  EXPECT_EQ(Press(*notice, Qt::Key_Space), "closed");
+  EXPECT_EQ(host.urls, Lines{}) << "the other button closes alone";
+}
+
+TEST_F(QtHostTest, TextsAreDrawnSafelyInTheirPlaces) {
+  const auto window = NewWindow<Window1>();
+  window->SetDocumentName("<b>[*]&\n\xFF.indd");
+  EXPECT_EQ(Widget(*window).windowHandle()->title(), "<b>[*]&\uFFFD\uFFFD.indd");
+
+  window->SetBuildText(String("8.\0\n<b>\xFF\x1B", 9));
+  const auto& label = Child<QLabel>(*window, "StaticText5");
+  EXPECT_EQ(label.text(), "8.\uFFFD\uFFFD<b>\uFFFD\uFFFD");
+  EXPECT_EQ(label.textFormat(), Qt::PlainText);
+
+  window->SetProductText(String(200, 'w') + "<i>");
+  const auto& tooLong = Child<QLabel>(*window, "StaticText2");
+  EXPECT_TRUE(tooLong.text().endsWith(QChar(0x2026)));
+  EXPECT_LE(tooLong.fontMetrics().horizontalAdvance(tooLong.text()), tooLong.width());
+  EXPECT_TRUE(tooLong.toolTip().contains("&lt;i&gt;"));
+}
+
+TEST_F(QtHostTest, PicturesAreDrawnAsTheyAreAndFinerOnDenseScreens) {
+  const auto window = NewWindow<Window1>();
+  const auto decoded = [](std::string_view png, QImage::Format format) {
+    return QImage::fromData(QByteArrayView(png)).convertToFormat(format);
+  };
+  for (const auto accessor : {pictures::cs6, pictures::und}) {
+    window->SetPicture(accessor);
+    QImage drawn(48, 48, QImage::Format_ARGB32_Premultiplied);
+    drawn.fill(Qt::transparent);
+    Child(*window, "Canvas1").render(&drawn, {}, {}, {});
+    EXPECT_EQ(drawn, decoded(accessor()->Png(), drawn.format()));
+    const QImage dense = qt::IconOf(*accessor()).pixmap({48, 48}, 2.0).toImage();
+    EXPECT_EQ(dense, decoded(accessor()->PngAt2x(), dense.format()));
+  }
+}
+
+TEST_F(QtHostTest, EveryControlHasANameForAssistiveTechnologyAndALinkItsAction) {
+  const auto document = NewWindow<Window1>();
+  document->SetOpenable(false);
+  auto* link = QAccessible::queryAccessibleInterface(&Child(*document, "StaticText4"));
+  EXPECT_EQ(link->role(), QAccessible::Link);
+  link->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(host.urls, page);
+  NewWindow<UpdateWin>();
+  NewWindow<Window2>();
+  for (int index = 0; const auto window = desktop::Window(index); ++index) {
+    for (const auto& control : window->Controls()) {
+      const auto name = control->Design().name;
+      auto* told = QAccessible::queryAccessibleInterface(&Child(*window, name));
+      EXPECT_NE(told->text(QAccessible::Name), "") << name;
+      EXPECT_EQ(told->role() == QAccessible::Graphic, name == "Canvas1");
+    }
+  }
+}
+
+TEST(FilesOf, TakesTheFilesOfThisComputerAsBytes) {
+  const QByteArray list =
+      "# file:///comment\r\n"
+      "file:///tmp/a%20b.indd\r\n"
+      "FILE://localhost/%FF%0A.indd\n"
+      "file:/old%2Fway\n"
+      "\n"
+      "file://elsewhere.example/x.indd\r\n"
+      "file:///cut%00short\r\n"
+      "file:relative\r\n"
+      "file://\r\n"
+      "file:///last";
+  Lines paths;
+  for (const auto& file : qt::FilesOf(list)) paths.push_back(file.NativePath());
+  EXPECT_EQ(paths, (Lines{"/tmp/a b.indd", "/\xFF\n.indd", "/old/way", "/last"}));
 }
 
 }  // namespace
