@@ -71,7 +71,7 @@ void Run() {
   auto configuration = QSslConfiguration::defaultConfiguration();
   configuration.addCaCertificates(QString::fromStdString(root));
   QSslConfiguration::setDefaultConfiguration(configuration);
-  const test::Nginx nginx(folder.Path(), certificate);
+  const test::Server nginx(folder.Path(), certificate);
   qt::QtNetwork network;
 
   const String large = nginx.Tls13("/large");

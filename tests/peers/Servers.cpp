@@ -53,7 +53,8 @@ Program ProgramFor(const std::string& name) {
   std::string modules;
   for (const std::string each : {"mpm_event", "authn_core", "authn_file", "authz_core",
                                  "authz_user", "auth_digest", "ssl"}) {
-    modules += "LoadModule " + each + "_module /usr/lib/apache2/modules/mod_" + each + ".so\n";
+    modules.append("LoadModule ").append(each).append("_module /usr/lib/apache2/modules/mod_");
+    modules.append(each).append(".so\n");
   }
   return {"/usr/sbin/apache2", {"-X", "-f"}, modules + ApacheConfiguration};
 }
@@ -73,7 +74,7 @@ Server::Server(const fs::path& folder, const Certificate& certificate, const std
   fs::permissions(folder, fs::perms(0755));
   fs::permissions(own, fs::perms(0777));
   std::ofstream(own / "page") << "a page";
-  std::ofstream(own / "large");
+  std::ofstream(own / "large") << "";
   fs::resize_file(own / "large", 50 << 20);
   // The password as crypt(3) has it and as a Digest does.
   std::ofstream(own / "basic") << "user:$1$abcdefgh$cHJi5PXp/ki/ktXzqlk6I1\n";

@@ -18,6 +18,8 @@ class Server {
   /// for: "basic" or "digest". Raises when it doesn't start.
   Server(const std::filesystem::path& folder, const Certificate& certificate,
          const std::string& name = "nginx");
+  Server(const Server&) = delete;
+  Server& operator=(const Server&) = delete;
   ~Server();
 
   std::uint16_t Port() const { return port_; }

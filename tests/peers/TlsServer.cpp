@@ -6,6 +6,7 @@
 #include <sys/time.h>
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace vintrace::test {
@@ -37,9 +38,10 @@ TlsServer::TlsServer(const Certificate& certificate, int newest)
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   socklen_t size = sizeof(address);
   auto* generic = reinterpret_cast<sockaddr*>(&address);
-  bind(listener_.Number(), generic, size);
-  listen(listener_.Number(), 8);
-  getsockname(listener_.Number(), generic, &size);
+  if (bind(listener_.Number(), generic, size) != 0 || listen(listener_.Number(), 8) != 0 ||
+      getsockname(listener_.Number(), generic, &size) != 0) {
+    throw std::runtime_error("no port to listen on");
+  }
   port_ = ntohs(address.sin_port);
   thread_ = std::thread([this] { Run(); });
 }

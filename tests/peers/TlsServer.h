@@ -41,6 +41,8 @@ class TlsServer {
 
   /// `newest`: the newest TLS that it speaks; 0: the newest there is.
   explicit TlsServer(const Certificate& certificate, int newest = 0);
+  TlsServer(const TlsServer&) = delete;
+  TlsServer& operator=(const TlsServer&) = delete;
   ~TlsServer();
 
   std::uint16_t Port() const { return port_; }

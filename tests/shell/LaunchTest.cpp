@@ -66,7 +66,7 @@ TEST_F(LaunchTest, WhatIsKnownAndWhatIsChosenDecideTheOutcome) {
   for (const auto& [known, chosen, story, opens] : rows) {
     const String before = known ? known->ShellPath() + '\n' : "";
     const String after = chosen ? chosen->ShellPath() + '\n' : "";
-    SCOPED_TRACE("known: " + before + "chosen: " + after);
+    SCOPED_TRACE(before + after);
     BeginWith(others + before, {document});
     if (chosen) host.choices = {*chosen};
     const auto window = Front();

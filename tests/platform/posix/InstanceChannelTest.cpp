@@ -170,8 +170,9 @@ TEST_F(InstanceChannelTest, AProgramThatHangsOrIsSlowIsReplacedInASecondAndTakes
   const Child slow([&] {
     const bool comes = Readable(hung->Descriptor());
     const posix::Descriptor start = posix::AcceptFrom(hung->Descriptor());
-    for (String block(16384, '\0'); comes; std::this_thread::sleep_for(10ms)) {
-      posix::Receive(start.Number(), block.data(), block.size());
+    String block(16384, '\0');
+    while (comes && posix::Receive(start.Number(), block.data(), block.size()) != 0) {
+      std::this_thread::sleep_for(10ms);
     }
     return 0;
   });
