@@ -79,11 +79,8 @@ std::string DocumentOf(std::string_view bytes) {
 void Run(std::string_view bytes) {
   static const test::TemporaryFolder folder;
   const std::string document = DocumentOf(bytes);
-  const auto ours = test::Inspect(folder.File("sample.indd", document));
-  const auto plain = test::InspectByReference("sample.indd", document);
-  Require(ours.documentName == plain.documentName && ours.productText == plain.productText);
-  Require(ours.picture == plain.picture && ours.editionText == plain.editionText);
-  Require(ours.buildText == plain.buildText && ours.openable == plain.openable);
+  Require(test::Inspect(folder.File("sample.indd", document)) ==
+          test::InspectByReference("sample.indd", document));
 }
 
 }  // namespace

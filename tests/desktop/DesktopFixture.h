@@ -94,6 +94,13 @@ class ProgramOnDesktop : public testing::Test {
   /// Waits for the message box and closes it.
   static void DismissMessage();
 
+  /// What a file manager drags when it drags the document of that name, which is made.
+  QByteArray AddressOf(const std::string& name) const;
+
+  /// Drags with the mouse from another window to the middle of this one, and lets go when that has
+  /// answered. True when the window takes it, which it has told before.
+  static bool IsTakenBy(WId window, const QByteArray& bytes, const char* format = "text/uri-list");
+
   /// The first address that the browser was given; empty as long as there is none.
   std::string Opened() const;
 

@@ -73,28 +73,5 @@ TEST_F(StartsOnDesktop, AHangingFirstIsReplacedAndEachDocumentOpensOnce) {
   EXPECT_TRUE(IsTaken(*second));
 }
 
-TEST_F(StartsOnDesktop, TenAtOnceGiveOneProgramWithAllDocuments) {
-  constexpr std::ptrdiff_t Count = 10;
-  constexpr std::size_t AllDocuments = 200;
-  std::vector<std::unique_ptr<QProcess>> starts;
-  for (int start = 0; start < Count; ++start) {
-    QStringList documents;
-    for (std::size_t i = 0; i < AllDocuments / Count; ++i) {
-      documents.push_back(
-          PathOfDocument(std::to_string(start) + '.' + std::to_string(i) + ".indd"));
-    }
-    starts.push_back(StartAgain(documents));
-  }
-  EXPECT_TRUE(Comes([] { return ManagedWindows().size() >= AllDocuments; }));
-  const auto ended = [](const auto& start) { return start->state() == QProcess::NotRunning; };
-  EXPECT_TRUE(Comes([&] { return std::ranges::count_if(starts, ended) >= Count - 1; }));
-  EXPECT_EQ(std::ranges::count_if(starts, ended), Count - 1);
-  EXPECT_EQ(ManagedWindows().size(), AllDocuments);
-  for (const auto& start : starts) {
-    start->terminate();
-    EXPECT_TRUE(IsTaken(*start));
-  }
-}
-
 }  // namespace
 }  // namespace vintrace::test

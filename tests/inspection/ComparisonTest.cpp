@@ -69,11 +69,6 @@ class DocumentGenerator {
   std::mt19937 random_;
 };
 
-ReportFields FieldsOf(const ReferenceReport& report) {
-  return {report.documentName, report.productText, report.picture,
-          report.editionText,  report.buildText,   report.openable};
-}
-
 TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedDocument) {
   constexpr int Documents = 30'000;
   const TemporaryFolder folder;
@@ -81,7 +76,7 @@ TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedDocument) {
   for (int i = 0; i < Documents; ++i) {
     const std::string bytes = generator.Next();
     const ReportFields found = Inspect(folder.File("sample.indd", bytes));
-    ASSERT_EQ(found, FieldsOf(InspectByReference("sample.indd", bytes))) << "document " << i;
+    ASSERT_EQ(found, InspectByReference("sample.indd", bytes)) << "document " << i;
   }
 }
 
@@ -95,7 +90,7 @@ TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedName) {
     std::string name(length(random), '\0');
     for (char& c : name) c = Alphabet[letter(random)];
     const bool isDocument = inspection::IsDocumentName(name);
-    ASSERT_EQ(isDocument, InspectByReference(name, "").window) << testing::PrintToString(name);
+    ASSERT_EQ(isDocument, InspectByReference(name, "").has_value()) << testing::PrintToString(name);
     documents += isDocument ? 1 : 0;
   }
   EXPECT_GT(documents, 10);

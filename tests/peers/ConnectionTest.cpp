@@ -150,7 +150,7 @@ HTTPSecureSocket::Question Knows(const String& secret, int times) {
 }
 
 TEST_F(ConnectionTest, NginxServesEveryKindOfPage) {
-  const Nginx nginx(folder.Path(), valid);
+  const Server nginx(folder.Path(), valid);
   HTTPSecureSocket socket(network);
   const std::tuple<String, String, int> rows[] = {
       {"/page", "a page", 200}, {"/closed", "a page", 200}, {"/moved", "301", 301}};
@@ -170,7 +170,7 @@ TEST_F(ConnectionTest, NginxServesEveryKindOfPage) {
 }
 
 TEST_F(ConnectionTest, PasswordsOpenPagesAndProxiesAndWrongOnesDoNot) {
-  const Nginx nginx(folder.Path(), valid);
+  const Server nginx(folder.Path(), valid);
   const Server apache(folder.Path(), valid, "apache");
   const Server basic(folder.Path(), valid, "basic");
   const Server digest(folder.Path(), valid, "digest");

@@ -27,6 +27,7 @@ http {
     location /closed { ssi on; ssi_types *; try_files /page =404; }
     location /moved { return 301 /page; }
     location /echo { proxy_pass http://unix:FOLDER/clear:/said; proxy_set_header X-Body $request_body; }
+    location /www/ssl { return 200 true; }
     location /said { return 200 "$http_content_type|$http_x|$http_x_body"; }
   }
 })";

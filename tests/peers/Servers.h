@@ -32,6 +32,4 @@ class Server {
   QProcess process_;
 };
 
-using Nginx = Server;
-
 }  // namespace vintrace::test

@@ -16,30 +16,6 @@ namespace {
 
 using CommandsTest = ScriptedProgram;
 
-TEST_F(CommandsTest, TheMenuBarHasItsItemsInTheirOrder) {
-  StartWith({});
-  Lines lines;
-  for (const auto& menu : App::Instance().MenuBar()->Menus()) {
-    lines.push_back(menu->Text());
-    for (const auto& item : menu->Items()) {
-      lines.push_back(item->Name() + ": " + item->Text() + ' ' + item->KeyboardShortcut());
-    }
-  }
-  EXPECT_EQ(lines, (Lines{
-                       "ファイル",
-                       "hiraku: 開く Cmd+O",
-                       "FileQuit: 終了 Cmd+Q",
-                       "編集",
-                       "clcopy: コピー Cmd+C",
-                       "EditAllCopy: 全てコピー Cmd+Option+C",
-                       "closewin: 閉じる Cmd+W",
-                       "AllClose: 全て閉じる Cmd+Option+W",
-                       "upchk: Update Check Cmd+R",
-                       "EditSeparator2: - ",
-                       "kono: Vintrace ... ",
-                   }));
-}
-
 /// The names of the items that can be chosen.
 Lines Choosable() {
   UpdateMenuItems();

@@ -1,27 +1,13 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
 #include "inspection/InspectionReport.h"
+#include "support/ReportFields.h"
 
 namespace vintrace::test {
 
-/// A report that can be compared. The picture is kept as its accessor's name.
-struct ReportFields {
-  std::string documentName;
-  std::string productText;
-  std::string picture;
-  std::string editionText;
-  std::string buildText{inspection::UnwrittenBuildText};
-  bool openable = true;
-
-  bool operator==(const ReportFields&) const = default;
-};
-
-/// For the messages of a failed comparison.
-std::ostream& operator<<(std::ostream& out, const ReportFields& fields);
-
+/// A report that can be compared.
 class RecordingReport : public inspection::InspectionReport {
  public:
   ReportFields fields;
@@ -31,7 +17,7 @@ class RecordingReport : public inspection::InspectionReport {
   void SetDocument(const FolderItem&) override {}
   void SetDocumentName(const String& name) override { fields.documentName = name; }
   void SetProductText(const String& text) override;
-  void SetPicture(PictureAccessor picture) override;
+  void SetPicture(PictureAccessor picture) override { fields.picture = picture; }
   void SetBuildText(const String& text) override { fields.buildText = text; }
   String BuildText() const override { return fields.buildText; }
   void SetEditionText(const String& text) override { fields.editionText = text; }

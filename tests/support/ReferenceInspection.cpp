@@ -1,13 +1,9 @@
 #include "support/ReferenceInspection.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <optional>
-#include <string>
-#include <string_view>
 
-// Written apart from the program's inspection and kept plain on purpose: the byte patterns are
-// spelled out row by row, and every loop goes byte by byte. Don't share code with the program here.
+// Written apart from the program's inspection and kept plain on purpose: every loop goes byte by
+// byte. Don't share code with the program here.
 
 namespace vintrace::test {
 namespace {
@@ -22,72 +18,47 @@ int ByteAt(std::string_view bytes, std::int64_t position) {
 }
 
 bool IsDocumentName(std::string_view name) {
-  if (name.size() < 5) return false;
-  const char* end = name.data() + name.size();
-  if (end[-5] != '.') return false;
-  if (end[-4] != 'i' && end[-4] != 'I') return false;
-  if (end[-3] != 'n' && end[-3] != 'N') return false;
-  if (end[-2] != 'd' && end[-2] != 'D') return false;
-  if (end[-1] != 'd' && end[-1] != 'D') return false;
-  return true;
+  const auto length = static_cast<std::int64_t>(name.size());
+  const auto isLetter = [&](std::int64_t fromEnd, char small, char large) {
+    const int byte = ByteAt(name, length - fromEnd);
+    return byte == small || byte == large;
+  };
+  return ByteAt(name, length - 4) == '.' && isLetter(3, 'i', 'I') && isLetter(2, 'n', 'N') &&
+         isLetter(1, 'd', 'D') && isLetter(0, 'd', 'D');
 }
 
 struct Release {
-  std::string_view product;
-  std::string_view picture;
-  std::string_view prefix;
-  std::string_view littleDelimiter;
-  std::string_view bigDelimiter;
+  std::string product;
+  PictureAccessor picture;
 };
 
 // `following` is the byte after the major version; it matters for version 7 only.
 std::optional<Release> ReleaseOf(int version, int following) {
-  if (version == 3)
-    return Release{"Adobe InDesign CS", "cs", "3.", "\x09\x40\x33\x2E", "\x40\x09\x33\x2E"};
-  if (version == 4)
-    return Release{"Adobe InDesign CS2", "cs2", "4.", "\x09\x40\x34\x2E", "\x40\x09\x34\x2E"};
-  if (version == 5)
-    return Release{"Adobe InDesign CS3", "cs3", "5.", "\x09\x40\x35\x2E", "\x40\x09\x35\x2E"};
-  if (version == 6)
-    return Release{"Adobe InDesign CS4", "cs4", "6.", "\x09\x40\x36\x2E", "\x40\x09\x36\x2E"};
-  if (version == 7 && following == 5)
-    return Release{"Adobe InDesign CS5.5", "cs55", "7.", "\x09\x40\x37\x2E", "\x40\x09\x37\x2E"};
-  if (version == 7)
-    return Release{"Adobe InDesign CS5", "cs5", "7.", "\x09\x40\x37\x2E", "\x40\x09\x37\x2E"};
-  if (version == 8)
-    return Release{"Adobe InDesign CS6", "cs6", "8.", "\x09\x40\x38\x2E", "\x40\x09\x38\x2E"};
-  if (version == 9)
-    return Release{"Adobe InDesign CC", "cc", "9.", "\x09\x40\x39\x2E", "\x40\x09\x39\x2E"};
-  if (version == 10) {
-    return Release{"Adobe InDesign CC 2014", "cc2014", "10.", "\x40\x31\x30\x2E",
-                   "\x40\x31\x30\x2E"};
-  }
-  if (version == 11) {
-    return Release{"Adobe InDesign CC 2015", "cc2015", "11.", "\x40\x31\x31\x2E",
-                   "\x40\x31\x31\x2E"};
-  }
-  if (version == 12) {
-    return Release{"Adobe InDesign CC 2017", "cc2017", "12.", "\x40\x31\x32\x2E",
-                   "\x40\x31\x32\x2E"};
-  }
-  if (version == 13) {
-    return Release{"Adobe InDesign CC 2018", "cc2018", "13.", "\x40\x31\x33\x2E",
-                   "\x40\x31\x33\x2E"};
-  }
-  if (version == 14) {
-    return Release{"Adobe InDesign CC 2019", "cc2019", "14.", "\x40\x31\x34\x2E",
-                   "\x40\x31\x34\x2E"};
-  }
-  return std::nullopt;
+  using namespace pictures;
+  if (version == 7 && following == 5) return Release{"Adobe InDesign CS5.5", cs55};
+  const Release releases[] = {
+      {"Adobe InDesign CS", cs},          {"Adobe InDesign CS2", cs2},
+      {"Adobe InDesign CS3", cs3},        {"Adobe InDesign CS4", cs4},
+      {"Adobe InDesign CS5", cs5},        {"Adobe InDesign CS6", cs6},
+      {"Adobe InDesign CC", cc},          {"Adobe InDesign CC 2014", cc2014},
+      {"Adobe InDesign CC 2015", cc2015}, {"Adobe InDesign CC 2017", cc2017},
+      {"Adobe InDesign CC 2018", cc2018}, {"Adobe InDesign CC 2019", cc2019},
+  };
+  if (version < 3 || version > 14) return std::nullopt;
+  return releases[version - 3];
 }
 
-// A file too short to hold the version byte counts as version 0. No number from 3 to 14 comes here:
-// each of them is a known release.
+// What stands before a build, such as 09 40 "8." in a little-endian document.
+std::string DelimiterOf(int version, bool bigEndian) {
+  const std::string prefix = std::to_string(version) + '.';
+  if (version >= 10) return '\x40' + prefix;
+  return (bigEndian ? "\x40\x09" : "\x09\x40") + prefix;
+}
+
+// A file too short to hold the version byte counts as version 0.
 std::string ProductOfUnknownRelease(int version) {
-  if (version == kNoByte) version = 0;
   if (version < 3) return "InDesign CSより下位";
-  if (version > 14) return "Ver." + std::to_string(version) + " CC2019より新しい";
-  return "バージョン不明";
+  return "Ver." + std::to_string(version) + " CC2019より新しい";
 }
 
 struct Block {
@@ -113,27 +84,17 @@ bool Holds(std::string_view bytes, std::string_view wanted) {
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     if (StandsAt(bytes, i, wanted)) return true;
   }
-  return false;
+  return wanted.empty();
 }
 
-// The first block with both patterns, else the block that ends the file.
-std::string_view BlockWithBoth(std::string_view content, std::string_view marker,
-                               std::string_view delimiter) {
+// The first block with both patterns, else the block that ends the file. Every block has a pattern
+// without bytes.
+std::string_view BlockWith(std::string_view content, std::string_view marker,
+                           std::string_view delimiter) {
   std::size_t offset = 40960;
   while (true) {
     const Block block = ReadBlock(content, offset);
     if (Holds(block.bytes, marker) && Holds(block.bytes, delimiter)) return block.bytes;
-    if (block.endsFile) return block.bytes;
-    offset += 4096;
-  }
-}
-
-// The first block with the delimiter, else the block that ends the file.
-std::string_view BlockWithDelimiter(std::string_view content, std::string_view delimiter) {
-  std::size_t offset = 40960;
-  while (true) {
-    const Block block = ReadBlock(content, offset);
-    if (Holds(block.bytes, delimiter)) return block.bytes;
     if (block.endsFile) return block.bytes;
     offset += 4096;
   }
@@ -189,43 +150,28 @@ int EditionByteFromStart(std::string_view field, bool bigEndian) {
   return ByteAt(field, 19);
 }
 
-void FillUnknownRelease(ReferenceReport& report, int version) {
-  report.picture = "und";
-  report.productText = ProductOfUnknownRelease(version);
-  report.editionText = "";
-  report.openable = false;
-}
-
-void FillBuild(ReferenceReport& report, std::string_view prefix, std::string_view field) {
-  report.buildText = BuildText(prefix, field);
-  if (ByteAt(report.buildText, 3) == '5') {
-    report.picture = "cs55";
-    report.productText = "Adobe InDesign CS5.5";
-  }
-}
-
-void FillFromBody(ReferenceReport& report, std::string_view content, bool bigEndian,
-                  const Release& release) {
-  std::string_view marker = "\x4E\x0E\x66\x6A\x30\xE6\x30";
-  std::string_view delimiter = release.littleDelimiter;
-  if (bigEndian) {
-    marker = "\x4E\x0D\x66\x0E\x30\x6A\x30";
-    delimiter = release.bigDelimiter;
-  }
-
-  std::string_view block = BlockWithBoth(content, marker, delimiter);
+void FillFromBody(ReportFields& report, std::string_view content, bool bigEndian, int version) {
+  const std::string_view marker =
+      bigEndian ? "\x4E\x0D\x66\x0E\x30\x6A\x30" : "\x4E\x0E\x66\x6A\x30\xE6\x30";
+  const std::string delimiter = DelimiterOf(version, bigEndian);
+  const std::string prefix = std::to_string(version) + '.';
+  std::string_view block = BlockWith(content, marker, delimiter);
   if (block.empty()) {
     report.buildText = "不明";
     report.editionText = "不明";
     return;
   }
   const bool foundByMarkerScan = Holds(block, delimiter);
-  if (!foundByMarkerScan) block = BlockWithDelimiter(content, delimiter);
+  if (!foundByMarkerScan) block = BlockWith(content, "", delimiter);
 
   const Fields fields = FieldsAroundLastDelimiter(block, delimiter);
-  FillBuild(report, release.prefix, fields.after);
+  report.buildText = BuildText(prefix, fields.after);
+  if (ByteAt(report.buildText, 3) == '5') {
+    report.picture = pictures::cs55;
+    report.productText = "Adobe InDesign CS5.5";
+  }
   if (foundByMarkerScan) {
-    report.editionText = EditionText(EditionByteFromEnd(fields.before, bigEndian, release.prefix));
+    report.editionText = EditionText(EditionByteFromEnd(fields.before, bigEndian, prefix));
   } else {
     report.editionText = EditionText(EditionByteFromStart(fields.before, bigEndian));
   }
@@ -233,24 +179,23 @@ void FillFromBody(ReferenceReport& report, std::string_view content, bool bigEnd
 
 }  // namespace
 
-ReferenceReport InspectByReference(std::string_view name, std::string_view content) {
-  ReferenceReport report;
-  if (!IsDocumentName(name)) return report;
-  report.window = true;
-  report.documentName = std::string(name);
-  report.buildText = "サブバージョン不明";
-
+std::optional<ReportFields> InspectByReference(std::string_view name, std::string_view content) {
+  if (!IsDocumentName(name)) return std::nullopt;
+  ReportFields report;
+  report.documentName = name;
   const std::string_view header = content.substr(0, 48);
   const bool bigEndian = ByteAt(header, 25) == 2;
   const int version = bigEndian ? ByteAt(header, 33) : ByteAt(header, 30);
   const std::optional<Release> release = ReleaseOf(version, ByteAt(header, 34));
   if (!release) {
-    FillUnknownRelease(report, version);
+    report.picture = pictures::und;
+    report.productText = ProductOfUnknownRelease(version);
+    report.openable = false;
     return report;
   }
-  report.picture = std::string(release->picture);
-  report.productText = std::string(release->product);
-  FillFromBody(report, content, bigEndian, *release);
+  report.picture = release->picture;
+  report.productText = release->product;
+  FillFromBody(report, content, bigEndian, version);
   return report;
 }
 
