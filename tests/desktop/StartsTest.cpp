@@ -46,16 +46,6 @@ TEST_F(StartsOnDesktop, TheSecondBringsTheFirstToTheFrontForTheDesktop) {
   }
 }
 
-TEST_F(StartsOnDesktop, ABusyFirstTakesDocumentsAtOnceAndOpensThemLater) {
-  StartWith({PathOfDocument("a.indd")});
-  Press(WindowNamed("a.indd"), {"ctrl+c"});
-  ASSERT_NE(WindowNamed("Vintrace"), 0U);
-  EXPECT_TRUE(IsTaken(*StartAgain({PathOfDocument("b.indd"), PathOfDocument("c.indd")})));
-  EXPECT_TRUE(HasWindows({"Vintrace", "a.indd"}));
-  DismissMessage();
-  EXPECT_TRUE(HasWindows({"a.indd", "b.indd", "c.indd"}));
-}
-
 TEST_F(StartsOnDesktop, AHangingFirstIsReplacedAndEachDocumentOpensOnce) {
   StartWith({PathOfDocument("a.indd")});
   ASSERT_NE(WindowNamed("a.indd"), 0U);

@@ -131,23 +131,5 @@ TEST_F(LaunchTest, NoNameAndNoLineRunsAnythingElse) {
   EXPECT_FALSE(fs::exists("ran"));
 }
 
-TEST_F(LaunchTest, AStoreThatCannotBeWrittenIsReportedOnceAndTheProgramGoesOn) {
-  const auto application = Application("Adobe InDesign CS6/app");
-  const fs::path file = folder.Path() / "data/VNTR.ini";
-  for (const auto& [target, reason] :
-       {std::pair{"/", "Is a directory"}, {"/dev/full", "No space left on device"}}) {
-    BeginWith("", {Document("a.indd")});
-    fs::remove(file);
-    fs::create_symlink(target, file);
-    host.choices = {application.Item()};
-    EXPECT_EQ(StoryOfAPress(),
-              (Lines{AskForCS6, String("message: 予期しないエラーが起こりました。\n") + reason}));
-    EXPECT_EQ(host.Windows().Count(), 1);
-    EXPECT_EQ(StoryOfAPress(), Lines{});
-    EXPECT_EQ(application.AwaitStart().size(), 1U) << "this run knows the application";
-    fs::remove(file);
-  }
-}
-
 }  // namespace
 }  // namespace vintrace::test

@@ -12,7 +12,6 @@ std::optional<FolderItem> ScriptedHost::AskForFile(const FileRequest& request) {
   if (!request.title.empty()) line += ' ' + request.title;
   if (request.filter) line += ' ' + request.filter->Name + " (" + request.filter->Extensions + ')';
   story.push_back(line);
-  askedIn = request.initialDirectory;
   if (choices.empty()) return std::nullopt;
   const FolderItem choice = choices.front();
   choices.pop_front();

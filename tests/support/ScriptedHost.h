@@ -21,9 +21,6 @@ class ScriptedHost : public Host {
   /// What the program's requests meet; it refuses them unless told otherwise.
   ScriptedNetwork network;
 
-  /// The folder in which the last dialog began.
-  std::optional<FolderItem> askedIn;
-
   /// What the clipboard holds.
   String clipboard = "what it held before";
 

@@ -27,12 +27,24 @@
 #include "shell/MainMenuBar.h"
 #include "shell/Window1.h"
 #include "shell/Window2.h"
-#include "support/HostUnderTest.h"
 
 namespace vintrace::test {
 namespace {
 
 using online::UpdateWin;
+using Lines = std::vector<std::string>;
+
+/// The real host, but for the browser.
+class HostUnderTest : public qt::QtHost {
+ public:
+  HostUnderTest() : QtHost(argv_) {}
+  void ShowURL(const String& url) override { urls.push_back(url); }
+  Lines urls;
+
+ private:
+  inline static char name_[] = "vintrace";
+  inline static char* argv_[] = {name_, nullptr};
+};
 
 /// Tells what is raised in it, and leaves to a test what comes of that.
 class TracingApplication : public App {
