@@ -181,6 +181,7 @@ TEST_F(HTTPSecureSocketTest, WhateverComesOfARequestNothingOfItStaysForTheNext) 
     network.wire.clear();
     socket->HTTPProxyAddress = "";
     EXPECT_EQ(socket->Get(URL, 5), "page");
+    EXPECT_EQ(socket->PageHeaders(), nullptr);
     EXPECT_EQ(network.wire, (Lines{"a:443 tls a", Plain + "\r\n"}));
   }
   EXPECT_EQ(network.ticks, 1205) << "five seconds each, which begin anew with what comes";
@@ -207,6 +208,7 @@ TEST_F(HTTPSecureSocketTest, ADownloadGoesIntoItsFile) {
   socket->Post(URL, file);
   network.RunEvents();
   EXPECT_EQ(bytes(), "no");
+  EXPECT_EQ(socket->PageHeaders()->Value("Content-Length"), "2");
   EXPECT_FALSE(socket->Get(URL, file, 5));
   EXPECT_EQ(bytes(), "");
   EXPECT_FALSE(socket->Get(URL, FolderItem("/dev/full"), 5));
