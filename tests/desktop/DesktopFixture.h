@@ -113,6 +113,7 @@ class ProgramOnDesktop : public testing::Test {
   static void Start(QProcess& process, const QStringList& documents);
 
   const Environment path_;
+  const Environment home_{"HOME", folder.Path().c_str()};
   const Environment dataHome_{"XDG_DATA_HOME", (folder.Path() / "data").c_str()};
   const Environment prefix_{"WINEPREFIX", (folder.Path() / "prefix").c_str()};
 };

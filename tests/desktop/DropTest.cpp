@@ -25,6 +25,9 @@ TEST_F(DropTest, FilesDroppedOnTheStandInAreOpenedAndOnNoOtherWindow) {
   EXPECT_FALSE(IsTakenBy(window, AddressOf("refused.indd")));
   Press(window, {"ctrl+w"});
   ASSERT_TRUE(HasWindows({"\uFFFD.indd"}));
+  Press(WindowNamed("\uFFFD.indd"), {"ctrl+w"});
+  Press(WindowNamed("Vintrace"), {"alt+F4"});
+  AwaitEnd();
 }
 
 }  // namespace

@@ -41,8 +41,8 @@ TEST_F(StartsOnDesktop, TheSecondBringsTheFirstToTheFrontForTheDesktop) {
     EXPECT_TRUE(Comes([&] { return IsActive(a); })) << id;
     const std::string told =
         *id == '\0' ? "" : R"(remove: ID="launcher \"of\" vintrace_TIME4294967295")" + String(1, 0);
-    EXPECT_TRUE(Comes([&] { return TextOf(messages).find(told) != std::string::npos; }))
-        << TextOf(messages);
+    EXPECT_TRUE(Comes([&] { return TextOf(messages).find(told) != std::string::npos; }));
+    EXPECT_EQ(TextOf(messages).empty(), told.empty()) << TextOf(messages);
   }
 }
 
@@ -61,6 +61,12 @@ TEST_F(StartsOnDesktop, AHangingFirstIsReplacedAndEachDocumentOpensOnce) {
   EXPECT_TRUE(HasWindows({"b.indd", "c.indd"}));
   second->terminate();
   EXPECT_TRUE(IsTaken(*second));
+}
+
+TEST_F(StartsOnDesktop, ADocumentThatCannotBeReadEndsTheProgramBehindAMessage) {
+  StartWith({"/missing.indd", PathOfDocument("a.indd")});
+  DismissMessage();
+  AwaitEnd();
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "desktop/DesktopFixture.h"
 #include "peers/Servers.h"
 #include "resources/Endpoints.h"
+#include "resources/Pictures.h"
 #include "support/RecordingApplication.h"
 
 namespace vintrace::test {
@@ -115,17 +116,21 @@ TEST_F(StoryOnDesktop, DocumentsAreToldCopiedOpenedClosedAndDropped) {
   Click(first, Place(first, {90, 121}));
   const WId dialog = WindowNamed("Adobe InDesign CS6を選択して下さい。");
   ASSERT_NE(dialog, 0U);
+  EXPECT_TRUE(IsTaken(*StartAgain({PathOfDocument("later.indd")})));
   Press(dialog, {"Down", "Return", "Down", "Return"});
   EXPECT_EQ(application.AwaitStart(), Lines{folder.Item("the first.indd").NativePath()});
-  ASSERT_TRUE(HasWindows({"Vintrace CS Ver.1.20", "二つ目.indd"}));
+  ASSERT_TRUE(HasWindows({"Vintrace CS Ver.1.20", "later.indd", "二つ目.indd"}));
 
   Press(notice, {"Return"});
-  ASSERT_TRUE(HasWindows({"二つ目.indd"}));
+  ASSERT_TRUE(HasWindows({"later.indd", "二つ目.indd"}));
   ExpectOpened(endpoints::DownloadPage);
   const WId about = OpenAboutWindow(second);
-  EXPECT_EQ(Screenshot(about).size(), QSize(460, 300));
+  const QImage picture = QImage::fromData(QByteArrayView(pictures::splash()->Png()));
+  ASSERT_EQ(Screenshot(about).size(), picture.size());
+  const QRect bare(0, 0, 200, 90);  // No text of the window's stands there.
+  EXPECT_EQ(Screenshot(about).copy(bare), picture.copy(bare).convertToFormat(QImage::Format_RGB32));
   Click(about, {100, 280});
-  ASSERT_TRUE(HasWindows({"二つ目.indd"}));
+  ASSERT_TRUE(HasWindows({"later.indd", "二つ目.indd"}));
   Press(second, {"ctrl+alt+w"});
   ASSERT_TRUE(HasWindows({"Vintrace"}));
 
@@ -133,11 +138,16 @@ TEST_F(StoryOnDesktop, DocumentsAreToldCopiedOpenedClosedAndDropped) {
   EXPECT_TRUE(IsTakenBy(standIn, AddressOf("the third.indd")));
   ASSERT_TRUE(HasWindows({"the third.indd"}));
   const WId third = WindowNamed("the third.indd");
+  Press(third, {"ctrl+o"});
+  const WId question = WindowNamed("開く");
+  ASSERT_NE(question, 0U);
+  Press(question, {"End", "Return"});
+  ASSERT_TRUE(HasWindows({"the third.indd", "二つ目.indd"}));
   Click(third, Place(third, {200, 120}));
-  ASSERT_TRUE(HasWindows({"Vintrace"}));
+  ASSERT_TRUE(HasWindows({"二つ目.indd"}));
 
   // The last item of the first menu, by the mouse.
-  const WId bar = WindowNamed("Vintrace");
+  const WId bar = WindowNamed("二つ目.indd");
   Click(bar, {20, 10});
   QStringList windows;
   ASSERT_TRUE(Comes([&] {

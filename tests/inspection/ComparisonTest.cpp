@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <set>
 
 #include "inspection/VersionCheck.h"
 #include "support/DocumentBuilder.h"
@@ -73,11 +74,14 @@ TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedDocument) {
   constexpr int Documents = 30'000;
   const TemporaryFolder folder;
   DocumentGenerator generator(20191105);
+  std::set<std::string> editions;
   for (int i = 0; i < Documents; ++i) {
     const std::string bytes = generator.Next();
     const ReportFields found = Inspect(folder.File("sample.indd", bytes));
     ASSERT_EQ(found, InspectByReference("sample.indd", bytes)) << "document " << i;
+    editions.insert(found.editionText);
   }
+  EXPECT_EQ(editions.size(), 4U) << "some part of the format isn't generated";
 }
 
 TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedName) {

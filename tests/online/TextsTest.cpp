@@ -119,6 +119,9 @@ TEST(InternetHeaders, MailHasItsOrderAndNoBlindCopies) {
   EXPECT_EQ(headers._FormatEmailHeaders(),
             "Return-Path: r\r\nReceived: by a\r\nReceived: by b\r\nDate: d\r\nSubject: s\r\n"
             "From: f\r\nTo: t1, t2\r\nB: 1\r\nB: 2");
+  InternetHeaders few;
+  few._ParseHeaders("B: 1");
+  EXPECT_EQ(few._FormatEmailHeaders(), "B: 1");
 }
 
 TEST(InternetHeaders, ManyOfOneNameTakeNoTimeToSpeakOf) {

@@ -70,8 +70,6 @@ TEST(TextInputStream, ALineEndsWithItsLineEndOrWithTheFile) {
   const TemporaryFolder folder;
   const String longLine(200'000, 'x');
   const std::pair<String, std::vector<String>> rows[] = {
-      {"", {""}},
-      {"a\n\nb", {"a", "", "b"}},
       {"a\r\nb\r\n", {"a", "b"}},
       {"a\rb\r", {"a\rb\r"}},
       {"\xFF\t \xEF\xBB\xBF\n", {"\xFF\t \xEF\xBB\xBF"}},

@@ -155,7 +155,7 @@ TEST_F(InstanceChannelTest, NeitherOneThatIsStartingNorOneThatHangsUpIsWaitedFor
   auto other = Take();
   place.patience = 100ms;
   EXPECT_TRUE(RunsOnItsOwn(Take()));
-  place.patience = 10s;
+  place.patience = 1h;
   place.silence = 100ms;
   other->Listen();
   const Child hangsUp([&] {

@@ -233,7 +233,8 @@ TEST_F(OpenFileDialogTest, AFolderThatCannotBeReadGivesTheSystemsReasonAndOneSta
 
   Screen screen(Request());
   screen.DoubleClick(0);
-  EXPECT_EQ(screen.Status(), "「closed」を表示できません: Permission denied");
+  EXPECT_EQ(screen.Status(), "「closed」を表示できません: " +
+                                 std::make_error_code(std::errc::permission_denied).message());
   EXPECT_EQ(screen.Rows(), Strings{"closed"});
   screen.Type("closed/x.indd");
   screen.Key(Qt::Key_Return);

@@ -270,6 +270,7 @@ TEST_F(QtHostTest, TheTabKeyGoesRoundByTabIndexAndKeysActOnlyOnWhatItReached) {
 
 TEST_F(QtHostTest, TheAboutWindowClosesByAKeyOrAClickThatNoLinkTakes) {
   auto about = NewWindow<Window2>();
+  EXPECT_EQ(Child<QLabel>(*about, "Label1").text().toStdString(), about->Label1().Text());
   for (const char* stop : {"StaticText1", "StaticText2", "StaticText1"}) {
     EXPECT_EQ(Press(*about, Qt::Key_Tab), stop);
   }
@@ -294,6 +295,7 @@ TEST_F(QtHostTest, LinksFollowTheMouse) {
   document->SetOpenable(false);
   const auto notice = NewWindow<UpdateWin>();
   EXPECT_TRUE(Child<QLabel>(*notice, "Label2").alignment() & Qt::AlignHCenter);
+  EXPECT_EQ(notice->Canvas1().Backdrop(), pictures::icon48());
   for (Label* link : {&document->StaticText4(), &notice->Label2()}) {
     const Window& window = link->Owner();
     auto* surface = Widget(window).windowHandle();
@@ -337,6 +339,7 @@ TEST_F(QtHostTest, TextsAreDrawnSafelyInTheirPlaces) {
   const auto window = NewWindow<Window1>();
   window->SetDocumentName("<b>[*]&\n\xFF.indd");
   EXPECT_EQ(Widget(*window).windowHandle()->title(), "<b>[*]&\uFFFD\uFFFD.indd");
+  EXPECT_FALSE(Child(*window, "Label1").isVisible());
 
   window->SetBuildText(String("8.\0\n<b>\xFF\x1B", 9));
   const auto& label = Child<QLabel>(*window, "StaticText5");
@@ -375,14 +378,22 @@ TEST_F(QtHostTest, EveryControlHasANameForAssistiveTechnologyAndALinkItsAction) 
   EXPECT_EQ(host.urls, page);
   NewWindow<UpdateWin>();
   NewWindow<Window2>();
+  Lines texts;
   for (int index = 0; const auto window = desktop::Window(index); ++index) {
     for (const auto& control : window->Controls()) {
       const auto name = control->Design().name;
       auto* told = QAccessible::queryAccessibleInterface(&Child(*window, name));
-      EXPECT_NE(told->text(QAccessible::Name), "") << name;
+      texts.push_back(told->text(QAccessible::Name).toStdString());
       EXPECT_EQ(told->role() == QAccessible::Graphic, name == "Canvas1");
     }
   }
+  for (const auto* menu : Widget(*document).findChild<QMenuBar*>()->actions()) {
+    texts.push_back(menu->text().toStdString());
+    for (const auto* item : menu->menu()->actions()) {
+      texts.push_back((item->text() + item->shortcut().toString()).toStdString());
+    }
+  }
+  EXPECT_EQ(texts, (Lines{}));
 }
 
 TEST(FilesOf, TakesTheFilesOfThisComputerAsBytes) {
