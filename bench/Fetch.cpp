@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <ctime>
 #include <functional>
+#include <stdexcept>
 #include <vector>
 
 #include "online/HTTPSecureSocket.h"
@@ -28,16 +29,16 @@ constexpr std::int64_t Patience = 60;
 Seconds Curl(const std::string& root, const QStringList& arguments) {
   QProcess process;
   process.start("curl",
-                QStringList{"--silent", "--noproxy", "*", "--http1.0", "--cacert",
+                QStringList{"--silent", "--fail", "--noproxy", "*", "--http1.0", "--cacert",
                             QString::fromStdString(root), "--write-out", "%{stderr}%{time_total}"} +
                     arguments);
-  process.waitForFinished();
+  if (!process.waitForFinished() || process.exitCode() != 0) throw std::runtime_error("curl fails");
   return Seconds(process.readAllStandardError().toDouble());
 }
 
 Seconds Timed(const std::function<bool()>& operation) {
   const auto begin = std::chrono::steady_clock::now();
-  if (!operation()) std::fputs("A page didn't come whole.\n", stderr);
+  if (!operation()) throw std::runtime_error("a page doesn't come whole");
   return std::chrono::steady_clock::now() - begin;
 }
 
@@ -120,6 +121,11 @@ void Run() {
 
 int main(int argc, char* argv[]) {
   const QCoreApplication application(argc, argv);
-  vintrace::bench::Run();
-  return 0;
+  try {
+    vintrace::bench::Run();
+    return 0;
+  } catch (const std::exception& exception) {
+    std::fprintf(stderr, "fetch: %s\n", exception.what());
+    return 1;
+  }
 }

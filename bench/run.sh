@@ -10,9 +10,10 @@ project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 programs="$project/build/bench"
 folder=$(mktemp -d)
 server=
+silence=
 
 end() {
-  [ -z "$server" ] || kill "$server" 2>/dev/null || true
+  for process in $server $silence; do kill "$process" 2>/dev/null || true; done
   wait 2>/dev/null || true
   rm -rf "$folder"
 }
@@ -115,7 +116,7 @@ start_to_window() {
 
 # Between two whole programs, of which one meets a service that refuses and the other a silent one.
 silent_service() {
-  local port silence
+  local port
   mkfifo "$folder/port"
   "$programs/silence" >"$folder/port" &
   silence=$!
@@ -124,6 +125,7 @@ silent_service() {
     env VINTRACE_TEST_SERVICE="127.0.0.1:$port" ./vintrace_with_service "$folder/a.indd" -- \
     env VINTRACE_TEST_SERVICE=127.0.0.1:1 ./vintrace_with_service "$folder/a.indd")
   kill "$silence"
+  silence=
 }
 
 # column FILE NUMBER: the median of that column of it.

@@ -9,12 +9,9 @@ project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 . "$project/scripts/packages.sh"
 
 document=${1:-"$project/examples/CS4 Windows.indd"}
+[ -z "$(dpkg-query --show vintrace 2>/dev/null)" ] || stop "vintrace is installed; please remove it first"
 folder=$(mktemp -d)
-end() {
-  as_root dpkg --purge vintrace >/dev/null 2>&1 || true
-  rm -rf "$folder"
-}
-trap end EXIT
+trap 'rm -rf "$folder"' EXIT
 
 # pack BUILD RESULT: builds in that folder, and puts the package there.
 pack() {
@@ -47,6 +44,7 @@ desktop-file-validate "$folder"/root/usr/share/applications/*.desktop
 appstreamcli validate-tree --no-net "$folder/root"
 
 names >"$folder/before"
+trap 'as_root dpkg --purge vintrace >/dev/null 2>&1 || true; rm -rf "$folder"' EXIT
 as_root apt-get install --yes --quiet --quiet --no-install-recommends "$package"
 "$project/scripts/with-desktop.sh" "$project/scripts/open-installed.sh" "$document"
 /usr/bin/vintrace-inspect "$document"

@@ -6,7 +6,7 @@
 BUILD_PACKAGES=(cmake g++ libexpat1-dev libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
 TEST_PACKAGES=(apache2-bin libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
 BENCH_PACKAGES=(curl libbenchmark-dev libssl-dev nginx-light strace time xvfb)
-FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+FUZZ_PACKAGES=(clang libclang-rt-dev)
 PACKAGE_PACKAGES=(appstream desktop-file-utils dpkg-dev libfile-mimeinfo-perl libglib2.0-bin lintian openbox shared-mime-info x11-utils xdg-utils xdotool xvfb)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)
 
@@ -49,6 +49,7 @@ set -e
 policy=/usr/sbin/policy-rc.d
 if [ ! -e "$policy" ]; then
   trap "rm -f $policy" EXIT
+  trap "exit 130" INT TERM HUP
   printf "#!/bin/sh\nexit 101\n" >"$policy"
   chmod +x "$policy"
 fi

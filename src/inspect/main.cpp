@@ -154,5 +154,6 @@ ExitStatus Run(std::span<char*> arguments) {
 }  // namespace vintrace
 
 int main(int argc, char* argv[]) {
-  return vintrace::Run(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+  const std::span arguments(argv, static_cast<std::size_t>(argc));
+  return vintrace::Run(arguments.subspan(argc > 0 ? 1 : 0));
 }

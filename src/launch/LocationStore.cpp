@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/Exceptions.h"
 #include "platform/TextStreams.h"
 
 namespace vintrace::launch {
@@ -13,9 +14,18 @@ void MakeEmpty(const FolderItem& file) {
   stream.Close();
 }
 
-}  // namespace
+/// Does `operation` with the file, which the reason for a failure names then.
+template <class Operation>
+auto Naming(const std::optional<FolderItem>& file, const Operation& operation) {
+  try {
+    return operation();
+  } catch (const IOException& exception) {
+    String reason = file.value().NativePath();
+    throw IOException(exception.ErrorNumber(), reason.append(": ").append(exception.what()));
+  }
+}
 
-std::vector<String> LoadLocations(const FolderItem& file) {
+std::vector<String> Load(const FolderItem& file) {
   std::vector<String> locations;
   if (!file.Exists()) {
     MakeEmpty(file);
@@ -28,6 +38,12 @@ std::vector<String> LoadLocations(const FolderItem& file) {
   } while (!stream.EndOfFile());
   stream.Close();
   return locations;
+}
+
+}  // namespace
+
+std::vector<String> LoadLocations(const FolderItem& file) {
+  return Naming(file, [&] { return Load(file); });
 }
 
 std::optional<std::int64_t> FindLocation(const std::vector<String>& locations,
@@ -52,9 +68,11 @@ void RemoveLocation(const std::optional<FolderItem>& file, std::vector<String>& 
 }
 
 void RewriteLocations(const std::optional<FolderItem>& file, const std::vector<String>& locations) {
-  auto stream = TextOutputStream::Create(file);
-  for (const String& location : locations) stream.WriteLine(location);
-  stream.Close();
+  Naming(file, [&] {
+    auto stream = TextOutputStream::Create(file);
+    for (const String& location : locations) stream.WriteLine(location);
+    stream.Close();
+  });
 }
 
 }  // namespace vintrace::launch

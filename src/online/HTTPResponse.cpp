@@ -82,7 +82,8 @@ void HTTPSecureSocket::_ParseHeaders(const String& text) {
   if (_pageHeaders->_HasHeader("Content-length")) {
     _totalLength = Val(_pageHeaders->Value("Content-length"));
     if (!_downloadStream) {
-      _pageBuffer.Expect(static_cast<std::size_t>(std::min(_totalLength, MostExpected)));
+      const auto length = static_cast<std::size_t>(std::min(_totalLength, MostExpected));
+      _pageBuffer.Expect(LongestPage == 0 ? length : std::min(length, LongestPage));
     }
   }
 }
@@ -134,9 +135,20 @@ bool HTTPSecureSocket::_Store(const String& data) {
   }
 }
 
+bool HTTPSecureSocket::_CloseDownload() {
+  if (!_downloadStream) return true;
+  try {
+    _downloadStream->Close();
+    return true;
+  } catch (const IOException&) {
+    Fail(TargetError);
+    return false;
+  }
+}
+
 void HTTPSecureSocket::_ProcessPage() {
   if (std::exchange(_pageComplete, true)) return;
-  if (!_Store(ReadAll())) return;
+  if (!_Store(ReadAll()) || !_CloseDownload()) return;
   const auto file = _downloadFile;
   _KillDownloadStream();
   if (IsHead(_httpAction) || synchronous) return;

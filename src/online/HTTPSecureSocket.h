@@ -19,15 +19,16 @@ namespace vintrace::online {
 
 /// A client of HTTP/1.0 (RFC 1945). Each request has a connection of its own, which is secure
 /// unless `Secure` is made false; the scheme of a URL doesn't count. A reply of any status is a
-/// page: no redirect is followed, and no body decoded. A page ends with its Content-length, or else
-/// with the connection, wherever that comes.
+/// page: no redirect is followed, and no body decoded. A page ends with the piece that completes
+/// its Content-length, if that is above 0, or else with the connection, wherever that comes:
+/// whoever needs a whole page compares its size.
 ///
-/// What blocks returns when the page is complete, with an error, or when for a time neither the
-/// connection nor a page in memory has moved on; a download or a HEAD request has to be over within
-/// that time from the connection on. Everything else returns at once and raises events, from the
-/// event loop, but for the error of a file that can't be made. There is one request at a time: the
-/// next one abandons what is under way. A socket may be used again and destroyed at any time, in
-/// its own events too.
+/// What blocks returns when the page is complete, with an error, when the program ends, with the
+/// request still under way, or when for a time neither the connection nor a page in memory has
+/// moved on; a download or a HEAD request has to be over within that time from the connection on.
+/// Everything else returns at once and raises events, from the event loop, but for the error of a
+/// file that can't be made. There is one request at a time: the next one abandons what is under
+/// way. A socket may be used again and destroyed at any time, in its own events too.
 class HTTPSecureSocket : public SSLSocket {
  public:
   using HeadersPointer = std::shared_ptr<InternetHeaders>;
@@ -43,7 +44,8 @@ class HTTPSecureSocket : public SSLSocket {
   /// `network` lives longer.
   explicit HTTPSecureSocket(Network& network);
 
-  /// The port of a URL that names none, on a socket whose `Port` isn't set.
+  /// The port of a URL that names none, on a socket whose `Port` isn't set. A URL that names one
+  /// sets it, for those that follow too.
   std::int64_t DefaultPort() const { return _DefaultPort; }
   void SetDefaultPort(std::int64_t port) { _DefaultPort = port; }
   /// Empty: no proxy. Its port is the default port if 0.
@@ -64,7 +66,8 @@ class HTTPSecureSocket : public SSLSocket {
   bool Yield = false;
 
   // Events. Those but the two questions come only if the request doesn't block.
-  /// A user name and a password, for a realm of the server's or the proxy's. True to try again.
+  /// A user name and a password, for a realm of the server's or the proxy's. True to try again. Who
+  /// asks is told by the status alone: a 407 counts as the proxy's, whoever sent it.
   using Question = std::function<bool(const String& realm, const HeadersPointer& headers,
                                       String& userName, String& password)>;
   Question AuthenticationRequired;
@@ -88,7 +91,8 @@ class HTTPSecureSocket : public SSLSocket {
   HeadersPointer GetRequestHeaders() const { return requestHeaders; }
 
   // Requests. Those with a time-out in seconds block. A page comes in memory or, with a file, goes
-  // there; what was there is replaced. One that was cut off is given as far as it came.
+  // there; what was there is replaced. One that was cut off is given as far as it came. What gives
+  // a `bool` tells whether there was no error.
   virtual void Get(const String& url);
   virtual void Get(const String& url, const FolderItem& file);
   virtual bool Get(const String& url, const FolderItem& file, std::int64_t timeout);
@@ -114,9 +118,10 @@ class HTTPSecureSocket : public SSLSocket {
   virtual void SetPostContent(const String& content, const String& type);
   virtual void SetRequestContent(const String& content, const String& type);
   /// An empty value takes the headers of that name out. Carriage returns and line feeds in either
-  /// don't go out.
+  /// don't go out. Each header goes to the server, through a tunnel too; to ask for the tunnel,
+  /// only `Proxy-Authorization` does.
   virtual void SetRequestHeader(const String& name, const String& value);
-  /// Waits for the page that is under way.
+  /// Waits for the page that is under way; for ever, if none is and silence doesn't end it.
   virtual void WaitForPage();
 
  protected:
@@ -163,6 +168,8 @@ class HTTPSecureSocket : public SSLSocket {
   void _ProcessData(const String& data);
   /// False when that has failed, and the request with it.
   bool _Store(const String& data);
+  /// False when the file can't have been written whole, and the request has failed with it.
+  bool _CloseDownload();
   void _ProcessPage();
   void HangUp();
   /// Ends the request with that error.

@@ -12,7 +12,7 @@ namespace vintrace::online {
 /// A URL as a request uses it. Whatever the text is, it has these parts.
 struct RequestURL {
   String server;          ///< Host and port, as written.
-  String host;            ///< The server without its port.
+  String host;            ///< The server up to its first colon: no IPv6 address is taken.
   std::int64_t port = 0;  ///< 0 when the URL names none.
   String path;            ///< With the query; "/" when there is none.
 };

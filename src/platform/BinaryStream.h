@@ -11,8 +11,8 @@
 namespace vintrace {
 
 /// The stream of a file's bytes, to be read or to be written. It owns the open file and closes
-/// itself at the latest when it is destroyed. Every failure raises `IOException`; the stream can
-/// still be closed after one.
+/// itself at the latest when it is destroyed, and then leaves unsaid what goes wrong. Every other
+/// failure raises `IOException`; the stream can still be closed after one.
 class BinaryStream {
  public:
   /// Opens the file of `item` at Position 0. Never waits: what isn't a regular file (a folder,
@@ -46,13 +46,15 @@ class BinaryStream {
   /// longer than it was when it was opened, so that one that grows has an end all the same.
   bool AtEOF() const;
 
-  /// Closes the file. No operation but `Close` may follow.
-  void Close() noexcept;
+  /// Closes the file. Where the system says only now that what was written has no room, that
+  /// raises. No operation but `Close` may follow, which does nothing any more.
+  void Close();
 
  private:
   explicit BinaryStream(int descriptor) : descriptor_(descriptor) {}
 
   int descriptor_;
+  bool isWritten_ = false;
   std::uint64_t sizeAtOpen_ = 0;
   std::uint64_t position_ = 0;
 };

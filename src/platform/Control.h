@@ -23,7 +23,7 @@ struct Rect {
   int height;
 };
 
-/// What a layout fixes of a control for good.
+/// What a layout fixes of a control for good. The texts are literals, or live as long.
 struct ControlDesign {
   std::string_view name;
   Rect place;

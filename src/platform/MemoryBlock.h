@@ -17,7 +17,8 @@ class MemoryBlock {
   /// In time that grows with `bytes` alone, taken over many calls.
   void Append(std::string_view bytes) { bytes_ += bytes; }
 
-  /// Makes room for `count` bytes in all, which takes no memory before they come.
+  /// Makes room for `count` bytes in all; where the system gives memory as it is used, they take
+  /// none before they come. Raises `std::bad_alloc` if there is no such room.
   void Expect(std::size_t count) { bytes_.reserve(count); }
 
   /// The first `count` bytes, or all when there are fewer. The block is empty then.

@@ -25,7 +25,7 @@ class TextInputStream {
   bool EndOfFile();
 
   /// Closes the file. No other operation may follow.
-  void Close() noexcept { stream_.Close(); }
+  void Close() { stream_.Close(); }
 
  private:
   explicit TextInputStream(BinaryStream stream) : stream_(std::move(stream)) {}
@@ -59,7 +59,7 @@ class TextOutputStream {
   void WriteLine(std::string_view text);
 
   /// Writes everything and closes the file; what can't be written whole raises `IOException`, and
-  /// the file holds then what it holds. A second call does nothing.
+  /// the file holds then what it holds. A second call writes nothing.
   void Close();
 
  private:

@@ -40,6 +40,8 @@ class App : public Application {
   virtual String UpdateCheck(const String& app_id, const String& ver, const String& regi);
   /// Tells the service of this start. Whatever comes of it, nobody is told.
   virtual void kcheck(const String& app_id, const String& ver, const String& regi);
+  /// Loads `apploc` from the settings file `myf`, which is made if there is none. Raises
+  /// `NilObjectException` when there is no folder for it, and `IOException`.
   virtual void AppLocation();
   /// Shows the notice if there is a newer release, and otherwise says nothing.
   virtual void Openupchk();

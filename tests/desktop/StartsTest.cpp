@@ -63,6 +63,16 @@ TEST_F(StartsOnDesktop, AHangingFirstIsReplacedAndEachDocumentOpensOnce) {
   EXPECT_TRUE(IsTaken(*second));
 }
 
+TEST_F(StartsOnDesktop, WithoutADisplayItEndsWithTheStatus1) {
+  for (const char* display : {"", ":987"}) {
+    const Environment none("DISPLAY", display);
+    const auto start = StartAgain({});
+    EXPECT_FALSE(IsTaken(*start));
+    EXPECT_EQ(start->exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(start->exitCode(), 1);
+  }
+}
+
 TEST_F(StartsOnDesktop, ADocumentThatCannotBeReadEndsTheProgramBehindAMessage) {
   StartWith({"/missing.indd", PathOfDocument("a.indd")});
   DismissMessage();

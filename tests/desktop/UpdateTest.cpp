@@ -91,21 +91,6 @@ TEST_F(UpdateOnDesktop, WhileAServiceIsSilentAllIsSeenNothingIsDoneAndNothingLos
   }
 }
 
-TEST_F(UpdateOnDesktop, ImpatientClicksOnAButtonAskOnce) {
-  SilentService service;
-  StartWithService(service.Host(), {PathOfDocument("a.indd")});
-  ASSERT_TRUE(service.IsAsked());
-  const WId window = WindowNamed("a.indd");
-  for (int click = 0; click < 3; ++click) Click(window, Place(window, {90, 121}));
-  service.Go();
-  const WId dialog = WindowNamed("Adobe InDesign CS6を選択して下さい。");
-  ASSERT_NE(dialog, 0U);
-  Press(dialog, {"Escape"});
-  DismissMessage();
-  WaitAWhile();
-  EXPECT_TRUE(HasWindows({"a.indd"}));
-}
-
 TEST_F(UpdateOnDesktop, AQuitWhileAServiceIsSilentComesRightAfter) {
   enum { Signal, Key, KeyBeforeAMessage };
   for (const auto kind : {Signal, Key, KeyBeforeAMessage}) {

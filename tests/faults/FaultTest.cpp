@@ -12,6 +12,7 @@
 #include <iterator>
 #include <thread>
 
+#include "online/HTTPSecureSocket.h"
 #include "platform/InstanceChannel.h"
 #include "shell/App.h"
 #include "support/RecordingApplication.h"
@@ -128,6 +129,19 @@ TEST_F(FaultTest, AnApplicationIsStartedOrTheUserIsToldAndOnlyAFailedOneForgotte
       }
     });
   }
+}
+
+TEST_F(FaultTest, ADownloadIsWholeOrHasFailed) {
+  ForEachFault([&](int nth) {
+    ScriptedNetwork network;
+    network.peers = {{.replies = {{"HTTP/1.0 200 OK\r\n\r\npa", "ge"}}}};
+    online::HTTPSecureSocket socket(network);
+    const FolderItem file = folder.Item("page");
+    const Fault fault(nth);
+    const bool whole = socket.Get("https://a/", file, 5);
+    EXPECT_EQ(whole, Fault::Failed() == nullptr);
+    EXPECT_TRUE(!whole || BytesOf(file.NativePath()) == "page");
+  });
 }
 
 TEST(FaultOfTheChannel, ADocumentComesUpInOneProgramOrTheOther) {

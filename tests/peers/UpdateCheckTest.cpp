@@ -130,28 +130,22 @@ TEST_F(UpdateCheckTest, TheBytesOfTheExchangesComeInTheirOrder) {
   OnlineHost desktop(hasty);
   _Main();
   desktop.Choose("upchk");
-  const String update =
-      "POST /www/ssl/vcheck.php HTTP/1.0\r\n"
-      "Accept: */*\r\n"
-      "Accept-Language: en\r\n"
-      "Host: " +
-      ServiceAt(server) +
-      "\r\n"
-      "Content-type: application/x-www-form-urlencoded\r\n"
-      "Content-length: 32\r\n"
-      "\r\n"
-      "app%5Fid=3&ver=120&regi=Vintrace";
-  const String report =
-      "POST /www/ssl/kcheck.php HTTP/1.0\r\n"
-      "Accept: */*\r\n"
-      "Accept-Language: en\r\n"
-      "Host: " +
-      ServiceAt(server) +
-      "\r\n"
-      "Content-type: application/x-www-form-urlencoded\r\n"
-      "Content-length: 32\r\n"
-      "\r\n"
-      "app%5Fid=3&ver=120&regi=Vintrase";
+  const auto request = [&](const String& page, const String& field) {
+    return "POST /www/ssl/" + page +
+           " HTTP/1.0\r\n"
+           "Accept: */*\r\n"
+           "Accept-Language: en\r\n"
+           "Host: " +
+           ServiceAt(server) +
+           "\r\n"
+           "Content-type: application/x-www-form-urlencoded\r\n"
+           "Content-length: 32\r\n"
+           "\r\n"
+           "app%5Fid=3&ver=120&regi=" +
+           field;
+  };
+  const String update = request("vcheck.php", "Vintrace");
+  const String report = request("kcheck.php", "Vintrase");
   EXPECT_EQ(server.Requests(), (Lines{update, report, update}));
 }
 

@@ -61,7 +61,8 @@ TEST_F(AppTest, AStoreThatCannotBeReadIsReportedOnceAndTheProgramGoesOn) {
   host.handedOver = {Document("a.indd")};
   _Main();
   EXPECT_EQ(host.story,
-            (Lines{"window", "message: 予期しないエラーが起こりました。\nIs a directory"}));
+            (Lines{"window", "message: 予期しないエラーが起こりました。\n" +
+                                 folder.Item("data/VNTR.ini").NativePath() + ": Is a directory"}));
 }
 
 TEST_F(AppTest, EachDocumentHasAWindowOfItsOwnAndAFileOfAnotherNameIsNotEvenOpened) {

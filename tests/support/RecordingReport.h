@@ -1,8 +1,10 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include "inspection/InspectionReport.h"
+#include "inspection/VersionCheck.h"
 #include "support/ReportFields.h"
 
 namespace vintrace::test {
@@ -16,7 +18,10 @@ class RecordingReport : public inspection::InspectionReport {
 
   void SetDocument(const FolderItem&) override {}
   void SetDocumentName(const String& name) override { fields.documentName = name; }
-  void SetProductText(const String& text) override;
+  void SetProductText(const String& text) override {
+    fields.productText = text;
+    if (betweenHeaderAndScan) std::exchange(betweenHeaderAndScan, nullptr)();
+  }
   void SetPicture(PictureAccessor picture) override { fields.picture = picture; }
   void SetBuildText(const String& text) override { fields.buildText = text; }
   String BuildText() const override { return fields.buildText; }
@@ -25,6 +30,10 @@ class RecordingReport : public inspection::InspectionReport {
 };
 
 /// The report of the document `item`.
-ReportFields Inspect(const FolderItem& item);
+inline ReportFields Inspect(const FolderItem& item) {
+  RecordingReport report;
+  inspection::VersionCheck(item, report);
+  return report.fields;
+}
 
 }  // namespace vintrace::test

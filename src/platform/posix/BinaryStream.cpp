@@ -74,10 +74,13 @@ BinaryStream BinaryStream::Create(const std::optional<FolderItem>& item, bool ov
 
 BinaryStream::BinaryStream(BinaryStream&& other) noexcept
     : descriptor_(std::exchange(other.descriptor_, Closed)),
+      isWritten_(other.isWritten_),
       sizeAtOpen_(other.sizeAtOpen_),
       position_(other.position_) {}
 
-BinaryStream::~BinaryStream() { Close(); }
+BinaryStream::~BinaryStream() {
+  if (descriptor_ != Closed) close(descriptor_);
+}
 
 String BinaryStream::Read(std::size_t count) {
   String bytes(count, '\0');
@@ -93,6 +96,7 @@ String BinaryStream::Read(std::size_t count) {
 }
 
 void BinaryStream::Write(std::string_view bytes) {
+  isWritten_ = true;
   posix::WriteAll(descriptor_, bytes);
   position_ += bytes.size();
 }
@@ -101,8 +105,14 @@ bool BinaryStream::AtEOF() const {
   return position_ >= std::min(sizeAtOpen_, SizeOf(StatusOf(descriptor_)));
 }
 
-void BinaryStream::Close() noexcept {
-  if (descriptor_ != Closed) close(std::exchange(descriptor_, Closed));
+void BinaryStream::Close() {
+  if (descriptor_ == Closed) return;
+  const int descriptor = std::exchange(descriptor_, Closed);
+  if (isWritten_) {
+    posix::CloseWritten(descriptor);
+  } else {
+    close(descriptor);
+  }
 }
 
 }  // namespace vintrace

@@ -29,4 +29,8 @@ void WriteAll(int descriptor, std::string_view bytes) {
   }
 }
 
+void CloseWritten(int descriptor) {
+  if (close(descriptor) != 0 && errno != EINTR) RaiseIOException(errno);
+}
+
 }  // namespace vintrace::posix

@@ -15,4 +15,8 @@ int OpenForWriting(const String& path, int flags);
 /// `IOException`; a part may be written then.
 void WriteAll(int descriptor, std::string_view bytes);
 
+/// Closes a file that was written. Some systems tell only now that there was no room; that raises
+/// `IOException`, and the file is closed all the same.
+void CloseWritten(int descriptor);
+
 }  // namespace vintrace::posix

@@ -10,7 +10,8 @@
 namespace vintrace::posix {
 
 /// What came of an attempt to hand a start over to the running program. Only `Taken` says that the
-/// documents are the other's; with each of the rest they are not, and never will be.
+/// documents are the other's; with each of the rest they are not, and never will be (but on macOS,
+/// where an answer that comes too late can't be kept away, after `Silent`).
 enum class Answer {
   Taken,
   Nobody,      ///< Nothing listens at the address.

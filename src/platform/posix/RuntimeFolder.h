@@ -7,7 +7,7 @@
 namespace vintrace::posix {
 
 /// The first of both folders that is the user's own and that nobody else may enter; empty when
-/// neither is. `fallback` is made if there is none.
+/// neither is. Each is made if there is none; `preferred` counts only if it is absolute.
 String RuntimeFolder(std::string_view preferred, const String& fallback);
 
 /// The name of the socket for the display of that name, which may hold anything.

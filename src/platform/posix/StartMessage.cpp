@@ -32,6 +32,9 @@ bool IsText(std::string_view text) {
   return text.size() <= MaximumText && text.find('\0') == std::string_view::npos;
 }
 
+/// False for a path that would name another file in the other program.
+bool IsPath(std::string_view text) { return text.empty() || text.front() == '/'; }
+
 /// Takes a body apart from its front. Once something was missing or wrong, everything is.
 class BodyReader {
  public:
@@ -43,6 +46,12 @@ class BodyReader {
     const std::string_view text = Take(Number());
     good_ = good_ && IsText(text);
     return String(text);
+  }
+
+  String Path() {
+    String text = Text();
+    good_ = good_ && IsPath(text);
+    return text;
   }
 
   bool Good() const { return good_; }
@@ -77,7 +86,7 @@ std::optional<String> EncodeStartMessage(const StartRequest& request) {
   AppendNumber(body, request.documents.size());
   bool good = AppendText(body, request.activationToken) && AppendText(body, request.startupId);
   for (const auto& document : request.documents) {
-    good = good && AppendText(body, document.NativePath());
+    good = good && IsPath(document.NativePath()) && AppendText(body, document.NativePath());
   }
   if (!good) return std::nullopt;
   String message(Mark);
@@ -104,7 +113,7 @@ std::optional<StartRequest> DecodeStartMessage(std::string_view bytes) {
   request.activationToken = reader.Text();
   request.startupId = reader.Text();
   for (std::size_t i = 0; i < count && reader.Good(); ++i) {
-    request.documents.emplace_back(reader.Text());
+    request.documents.emplace_back(reader.Path());
   }
   if (!reader.EndedWell()) return std::nullopt;
   return request;

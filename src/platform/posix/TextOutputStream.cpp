@@ -1,13 +1,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <string_view>
 #include <utility>
 
 #include "platform/Exceptions.h"
 #include "platform/TextStreams.h"
-#include "platform/posix/Errno.h"
 #include "platform/posix/FileWriting.h"
 
 namespace vintrace {
@@ -36,11 +34,8 @@ void TextOutputStream::WriteLine(std::string_view text) {
 
 void TextOutputStream::Close() {
   if (descriptor_ == Closed) return;
-  posix::WriteAll(descriptor_, text_);
-  // Some systems tell only now that there was no room.
-  if (close(std::exchange(descriptor_, Closed)) != 0 && errno != EINTR) {
-    posix::RaiseIOException(errno);
-  }
+  posix::WriteAll(descriptor_, std::exchange(text_, {}));
+  posix::CloseWritten(std::exchange(descriptor_, Closed));
 }
 
 }  // namespace vintrace

@@ -14,7 +14,7 @@ namespace vintrace::qt {
 /// What no control takes of the mouse becomes the window's own events.
 class ContentWidget : public QWidget {
  public:
-  /// `window` outlives the object. `parent` owns it.
+  /// `window` is used until the object goes. `parent` owns it.
   ContentWidget(Window& window, QWidget& parent);
 
   /// `painted` is called once, when the content has been on the screen and drawn.

@@ -150,6 +150,7 @@ class ButtonFace : public QPushButton, public ControlFace {
   // The buttons work on the window in front, and assistive technology presses one without bringing
   // its window there.
   void Press() {
+    if (!button_.Owner().IsOpen()) return;  // The widget goes a moment later.
     Host::Current().Windows().BringToFront(button_.Owner().shared_from_this());
     button_.RaiseAction();
   }

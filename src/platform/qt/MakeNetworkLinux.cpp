@@ -1,5 +1,5 @@
-// The libraries for the network are a dozen, and loading them would hold the first window up. They
-// come with a module, which is loaded when the network is asked for first.
+// The network's libraries are many, and loading them would hold the first window up. They come with
+// a module, which is loaded when the network is asked for first.
 
 #include "platform/Network.h"
 #include "platform/OwnParts.h"

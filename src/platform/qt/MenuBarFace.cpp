@@ -74,7 +74,6 @@ QAction* MenuBarFace::ActionOf(const MenuItem& item, QMenu& menu) {
   action->setObjectName(DisplayText(item.Name()));
   action->setShortcut(KeysOf(item.KeyboardShortcut()));
   action->setAutoRepeat(false);  // A key that is held is one command.
-  action->setAutoRepeat(false);
   action->setMenuRole(RoleOf(item));
   connect(action, &QAction::triggered, this, [this, &item] { Choose(item); });
   return action;

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -202,7 +203,13 @@ bool OpenFileDialog::eventFilter(QObject* watched, QEvent* event) {
   if (watched != list_ || event->type() != QEvent::KeyPress) {
     return QDialog::eventFilter(watched, event);
   }
-  const int key = static_cast<const QKeyEvent*>(event)->key();
+  const auto* keyPress = static_cast<const QKeyEvent*>(event);
+  if (keyPress->text() == '/' || keyPress->text() == '~') {  // A path begins, and no name.
+    name_->setFocus();
+    name_->selectAll();
+    return QCoreApplication::sendEvent(name_, event);
+  }
+  const int key = keyPress->key();
   if (key == Qt::Key_Backspace) {
     GoUp();
     return true;

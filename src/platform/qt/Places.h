@@ -14,7 +14,7 @@ struct Place {
 };
 std::vector<Place> UsualPlaces();
 
-/// The user's home; the root for a user without one.
+/// The folder that HOME names; the root if it names none.
 std::filesystem::path HomeFolder();
 
 /// `path` without ".", ".." and a slash at the end. ".." goes back the way that the path came, also

@@ -14,6 +14,8 @@
 #include <QWindow>
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include "platform/Control.h"
@@ -129,8 +131,27 @@ class QtHost::ModalScope {
   QtHost& host_;
 };
 
+namespace {
+
+/// Takes the toolkit's messages while it starts: where it would abort, the program ends.
+void EndWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/,
+                       const QString& message) {
+  if (type != QtFatalMsg) {
+    std::fprintf(stderr, "vintrace: %s\n", qUtf8Printable(message));
+    return;
+  }
+  std::fputs("vintrace: There is no display for its windows. vintrace-inspect needs none.\n",
+             stderr);
+  std::_Exit(1);
+}
+
+}  // namespace
+
 QtHost::QtHost(char* argv[])
-    : qtApplication_(argc_, argv), eventFilter_(std::make_unique<EventFilter>(*this)) {
+    : messages_(qInstallMessageHandler(EndWithoutDisplay)),
+      qtApplication_(argc_, argv),
+      eventFilter_(std::make_unique<EventFilter>(*this)) {
+  qInstallMessageHandler(messages_);
   QApplication::setStyle(new LeanStyle);
   QApplication::setApplicationName("Vintrace");
   QApplication::setDesktopFileName("vintrace");

@@ -115,6 +115,7 @@ class QtHost : public Host {
   int argc_ = 1;
   std::optional<InstanceSeat> seat_;  // Until the start is over.
   std::function<std::shared_ptr<const Picture>()> icon_;
+  QtMessageHandler messages_;  // That takes them, but while the toolkit starts.
   QApplication qtApplication_;
   std::unique_ptr<EventFilter> eventFilter_;
   std::unique_ptr<MenuBarFace> menus_;

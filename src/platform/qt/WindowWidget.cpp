@@ -60,10 +60,8 @@ WindowWidget::WindowWidget(std::shared_ptr<vintrace::Window> window, MenuBarFace
   setFocus();
 }
 
-// The faces refer to the window's controls, and so go before it.
-WindowWidget::~WindowWidget() {
-  for (const auto& [control, face] : faces_) delete face;
-}
+// The content and the faces on it refer to the window and its controls, and so go before it.
+WindowWidget::~WindowWidget() { delete content_; }
 
 void WindowWidget::TakeDesign() {
   const WindowDesign& design = window_->Design();

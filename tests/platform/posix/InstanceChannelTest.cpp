@@ -123,6 +123,7 @@ TEST_F(InstanceChannelTest, ARequestIsTakenWithEveryByteAndWhatIsNoneDroppedWith
       {"four billion documents", with(20, '\xFF'), false},
       {"a text that is longer than the rest", with(36, '\5'), false},
       {"a zero byte in a path", with(38, '\0'), false},
+      {"a path from an unknown folder", with(37, 'a'), false},
   };
   InstanceSeat seat = First();
   for (const auto& [what, bytes, droppedAtOnce] : rows) {
@@ -142,11 +143,12 @@ TEST_F(InstanceChannelTest, ARequestIsTakenWithEveryByteAndWhatIsNoneDroppedWith
 }
 
 TEST_F(InstanceChannelTest, TheLargestRequestsAreTakenAndLargerOnesRunOnTheirOwn) {
-  const String longest(256 << 10, 'a');
+  const String longest(256 << 10, '/');
   InstanceSeat seat = First();
   EXPECT_TRUE(Reaches(seat, Paths(31, longest)));
   EXPECT_TRUE(Reaches(seat, Paths(65536, "/a")));
-  for (const auto& larger : {Paths(32, longest), Paths(65537, "/a"), Paths{longest + 'a'}}) {
+  for (const auto& larger :
+       {Paths(32, longest), Paths(65537, "/a"), Paths{longest + 'a'}, Paths{"a"}}) {
     EXPECT_TRUE(RunsOnItsOwn(Take(larger))) << larger.size();
   }
 }
@@ -183,7 +185,7 @@ TEST_F(InstanceChannelTest, AProgramThatHangsOrIsSlowIsReplacedInASecondAndTakes
     return Take({"/late"}) ? 1 : 0;
   });
   const posix::Deadline bound(1s);
-  auto seat = Take(Paths(1000, String(4096, 'a')));
+  auto seat = Take(Paths(1000, String(4096, '/')));
   EXPECT_FALSE(bound.HasPassed());
   seat.value().Listen();
   EXPECT_EQ(Served(*seat), Paths{"/late"}) << "it waited, too, and has replaced this one";
@@ -234,14 +236,14 @@ struct Opened {
 /// A whole program, started with the document of that index, which quits when it has taken `limit`
 /// others, or dies then.
 int RunProgram(Opened& opened, const ChannelPlace& place, int index, int limit) {
-  auto seat = InstanceSeat::Take(RequestOf({Str(index)}), place);
+  auto seat = InstanceSeat::Take(RequestOf({'/' + Str(index)}), place);
   if (!seat) return 0;
   ++opened.times[index];
   std::this_thread::sleep_for(index % 2 == 0 ? 0ms : 5ms);
   seat->Listen();
   for (const posix::Deadline end(10s); limit > 0 && !end.HasPassed();) {
     for (const auto& path : Served(*seat)) {
-      ++opened.times[std::stoi(path)];
+      ++opened.times[std::stoi(path.substr(1))];
       --limit;
     }
   }
