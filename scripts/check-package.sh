@@ -20,11 +20,10 @@ pack() {
   (cd "$1" && cpack -B "$2" >/dev/null)
 }
 
-# The names of all files that don't belong to a user, the package manager, or the running system.
+# The names of all files where packages put theirs, but for what the package manager keeps.
 names() {
-  find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /run -o -path /tmp -o -path /home \
-    -o -path /root -o -path "$project" -o -path /var/cache -o -path /var/lib/apt \
-    -o -path /var/lib/dpkg -o -path /var/log \) -prune -o -print 2>/dev/null | sort
+  find /etc /opt /srv /usr /var \( -path "$project" -o -path /var/cache -o -path /var/lib/apt \
+    -o -path /var/lib/dpkg -o -path /var/log -o -path /var/tmp \) -prune -o -print 2>/dev/null | sort
 }
 
 need_packages "${BUILD_PACKAGES[@]}" "${PACKAGE_PACKAGES[@]}"

@@ -18,7 +18,8 @@ namespace vintrace::launch {
 inline constexpr std::string_view SettingsFileName = "VNTR.ini";
 
 /// The lines of `file` in its order; an empty file has one empty line. A file that isn't there is
-/// made empty, and has none. Raises `IOException` when the file can't be read or made.
+/// made empty, and has none. Raises `IOException`, whose reason names the file, when that can't be
+/// read or made.
 std::vector<String> LoadLocations(const FolderItem& file);
 
 /// The index of the first of `locations` whose path, folders included, has `product` in it, a text

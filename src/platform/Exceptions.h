@@ -15,7 +15,8 @@ class RuntimeException : public std::runtime_error {
 /// A file or stream operation failed.
 class IOException : public RuntimeException {
  public:
-  /// `errorNumber`: the system's own number (errno); `reason`: its text, one line.
+  /// `errorNumber`: the system's own number (errno); `reason`: its text, behind the file's path
+  /// where the user can't know that.
   IOException(int errorNumber, const String& reason);
 
   /// The system's number of the error.

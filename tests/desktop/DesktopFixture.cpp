@@ -10,12 +10,14 @@
 #include <QTimer>
 #include <QWidget>
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 
 #include "platform/qt/Fonts.h"
 #include "support/DocumentBuilder.h"
 
 namespace vintrace::test {
+
 QString OutputOf(const QString& program, const QStringList& arguments) {
   QProcess process;
   process.start(program, arguments);

@@ -13,27 +13,23 @@ constexpr int Signals[] = {SIGTERM, SIGHUP, SIGINT};
 
 volatile sig_atomic_t tellTo = -1;
 
-void Handle(int signal, void (*handler)(int)) {
-  struct sigaction action {};
-  action.sa_handler = handler;
-  action.sa_flags = SA_RESTART;
-  sigaction(signal, &action, nullptr);
-}
-
-/// From now on that handler takes those of the signals that `from` takes.
-void Replace(void (*from)(int), void (*by)(int)) {
-  for (const int signal : Signals) {
-    struct sigaction action {};
-    if (sigaction(signal, nullptr, &action) == 0 && action.sa_handler == from) Handle(signal, by);
-  }
-}
-
 void Tell(int /*signal*/) {
   const int error = errno;
-  Replace(Tell, SIG_DFL);  // The next one of any kind ends the process.
   const char byte = 0;
   static_cast<void>(!write(tellTo, &byte, 1));
   errno = error;
+}
+
+bool IsIgnored(int signal) {
+  struct sigaction action {};
+  return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+void Handle(int signal, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+  sigaction(signal, &action, nullptr);
 }
 
 }  // namespace
@@ -45,11 +41,15 @@ QuitSignals::QuitSignals() {
     fcntl(end, F_SETFL, O_NONBLOCK);
   }
   tellTo = pipe_[1];
-  Replace(SIG_DFL, Tell);
+  for (const int signal : Signals) {
+    if (!IsIgnored(signal)) Handle(signal, Tell);
+  }
 }
 
 QuitSignals::~QuitSignals() {
-  Replace(Tell, SIG_DFL);
+  for (const int signal : Signals) {
+    if (!IsIgnored(signal)) Handle(signal, SIG_DFL);
+  }
   tellTo = -1;
   for (const int end : pipe_) {
     if (end >= 0) close(end);

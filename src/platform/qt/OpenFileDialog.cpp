@@ -204,7 +204,8 @@ bool OpenFileDialog::eventFilter(QObject* watched, QEvent* event) {
     return QDialog::eventFilter(watched, event);
   }
   const auto* keyPress = static_cast<const QKeyEvent*>(event);
-  if (keyPress->text() == '/' || keyPress->text() == '~') {  // A path begins, and no name.
+  // A path begins, unless the sign is a part of a name that is being searched.
+  if (keyPress->text() == '/' || (keyPress->text() == '~' && SelectedItem() == nullptr)) {
     name_->setFocus();
     name_->selectAll();
     return QCoreApplication::sendEvent(name_, event);

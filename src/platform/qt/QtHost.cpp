@@ -133,22 +133,20 @@ class QtHost::ModalScope {
 
 namespace {
 
-/// Takes the toolkit's messages while it starts: where it would abort, the program ends.
-void EndWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/,
-                       const QString& message) {
-  if (type != QtFatalMsg) {
-    std::fprintf(stderr, "vintrace: %s\n", qUtf8Printable(message));
-    return;
-  }
-  std::fputs("vintrace: There is no display for its windows. vintrace-inspect needs none.\n",
-             stderr);
+/// Takes the toolkit's messages while it starts: where it would abort, as without a display, the
+/// program ends.
+void EndWhereItAborts(QtMsgType type, const QMessageLogContext& /*context*/,
+                      const QString& message) {
+  std::fprintf(stderr, "vintrace: %s\n", qUtf8Printable(message));
+  if (type != QtFatalMsg) return;
+  std::fputs("vintrace: It can't show windows here. vintrace-inspect needs none.\n", stderr);
   std::_Exit(1);
 }
 
 }  // namespace
 
 QtHost::QtHost(char* argv[])
-    : messages_(qInstallMessageHandler(EndWithoutDisplay)),
+    : messages_(qInstallMessageHandler(EndWhereItAborts)),
       qtApplication_(argc_, argv),
       eventFilter_(std::make_unique<EventFilter>(*this)) {
   qInstallMessageHandler(messages_);
