@@ -12,7 +12,8 @@ end() {
 trap end EXIT
 
 mkfifo "$folder/display"
-Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$folder/display" >"$folder/log" 2>&1 &
+# Without -noreset, the server would start anew when the first tool that asks it has gone.
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>"$folder/display" >"$folder/log" 2>&1 &
 server=$!
 read -r number <"$folder/display" || { cat "$folder/log" >&2; exit 1; }
 export DISPLAY=":$number"

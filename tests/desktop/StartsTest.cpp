@@ -7,6 +7,8 @@
 #include <csignal>
 
 #include "desktop/DesktopFixture.h"
+#include "platform/InstanceChannel.h"
+#include "platform/posix/FileLock.h"
 
 namespace vintrace::test {
 namespace {
@@ -15,6 +17,12 @@ using StartsOnDesktop = ProgramOnDesktop;
 
 bool IsActive(WId window) {
   return OutputOf("xdotool", {"getactivewindow"}).toULongLong() == window;
+}
+
+/// True when the program that has opened its windows is heard.
+bool NobodyIsStarting() {
+  const auto place = ChannelPlace::OfThisDesktop();
+  return posix::FileLock(place.folder + '/' + place.name + ".lock").TryLock();
 }
 
 /// The text of the messages that come in pieces of bytes.
@@ -52,6 +60,7 @@ TEST_F(StartsOnDesktop, AHangingFirstIsReplacedAndEachDocumentOpensOnce) {
   kill(id, SIGSTOP);
   const auto second = StartAgain({PathOfDocument("b.indd")});
   EXPECT_NE(WindowNamed("b.indd"), 0U);
+  EXPECT_TRUE(Comes(NobodyIsStarting));
   kill(id, SIGCONT);
   EXPECT_TRUE(IsTaken(*StartAgain({PathOfDocument("c.indd")})));
   EXPECT_TRUE(HasWindows({"a.indd", "b.indd", "c.indd"}));
