@@ -1,5 +1,4 @@
-// The inspection of whole documents, which the system holds in memory, and its operations on one
-// block.
+// The inspection of whole documents, which the system holds in memory.
 
 #include <benchmark/benchmark.h>
 
@@ -8,8 +7,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "inspection/BuildScan.h"
-#include "inspection/ByteString.h"
 #include "support/DocumentBuilder.h"
 #include "support/RecordingReport.h"
 #include "support/TemporaryFolder.h"
@@ -20,11 +17,6 @@ namespace {
 using benchmark::State;
 
 constexpr std::uint8_t ReleaseCC = 9;
-const std::string_view PrefixCC = "9.";
-
-inspection::BuildPattern PatternOfCC() {
-  return inspection::PatternOf(inspection::DocumentByteOrder::Little, PrefixCC);
-}
 
 /// The same bytes in every run, without the point that each delimiter ends in.
 std::string RandomBytes(std::size_t size) {
@@ -34,10 +26,6 @@ std::string RandomBytes(std::size_t size) {
   });
   std::ranges::replace(bytes, '.', '/');
   return bytes;
-}
-
-void ReportBytes(State& state, std::size_t bytesPerIteration) {
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytesPerIteration));
 }
 
 void BuildInTheFirstBlock(State& state) {
@@ -57,7 +45,8 @@ void NothingFound(State& state, const std::string& body) {
   const auto document = DocumentBuilder(BodyStart).Release(ReleaseCC).Put(BodyStart, body);
   const FolderItem item = folder.File("a.indd", document.Bytes());
   for (auto _ : state) benchmark::DoNotOptimize(Inspect(item));
-  ReportBytes(state, document.Bytes().size());
+  const auto size = static_cast<std::int64_t>(document.Bytes().size());
+  state.SetBytesProcessed(state.iterations() * size);
 }
 
 constexpr std::size_t LongBody = 16 << 20;
@@ -66,42 +55,8 @@ void NothingFoundInRandomBytes(State& state) { NothingFound(state, RandomBytes(L
 BENCHMARK(NothingFoundInRandomBytes)->Unit(benchmark::kMillisecond);
 
 /// Every byte looks like the start of the delimiter.
-void NothingFoundInFalseStarts(State& state) {
-  NothingFound(state, std::string(LongBody, PatternOfCC().delimiter.front()));
-}
+void NothingFoundInFalseStarts(State& state) { NothingFound(state, std::string(LongBody, '\x09')); }
 BENCHMARK(NothingFoundInFalseStarts)->Unit(benchmark::kMillisecond);
-
-void InStrBOfOneBlock(State& state) {
-  const std::string block = RandomBytes(BlockSize);
-  const std::string delimiter = PatternOfCC().delimiter;
-  for (auto _ : state) benchmark::DoNotOptimize(inspection::InStrB(0, block, delimiter));
-  ReportBytes(state, BlockSize);
-}
-BENCHMARK(InStrBOfOneBlock);
-
-/// As many fields as a block can hold.
-std::string BlockOfDelimiters() {
-  std::string block;
-  while (block.size() < BlockSize) block += PatternOfCC().delimiter;
-  return block;
-}
-
-void CountFieldsBOfOneBlock(State& state) {
-  const std::string block = BlockOfDelimiters();
-  const std::string delimiter = PatternOfCC().delimiter;
-  for (auto _ : state) benchmark::DoNotOptimize(inspection::CountFieldsB(block, delimiter));
-  ReportBytes(state, BlockSize);
-}
-BENCHMARK(CountFieldsBOfOneBlock);
-
-void LastNthFieldBOfOneBlock(State& state) {
-  const std::string block = BlockOfDelimiters();
-  const std::string delimiter = PatternOfCC().delimiter;
-  const auto last = inspection::CountFieldsB(block, delimiter);
-  for (auto _ : state) benchmark::DoNotOptimize(inspection::NthFieldB(block, delimiter, last));
-  ReportBytes(state, BlockSize);
-}
-BENCHMARK(LastNthFieldBOfOneBlock);
 
 }  // namespace
 }  // namespace vintrace::test

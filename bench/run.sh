@@ -165,5 +165,5 @@ heading "200 documents at once, against as many plain windows"
 many_documents
 heading "Pages over TLS from this machine, against curl"
 "$programs/fetch"
-heading "The inspection and its operations by themselves"
+heading "The inspection by itself"
 "$programs/inspection_bench"

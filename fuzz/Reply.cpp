@@ -13,8 +13,6 @@
 namespace vintrace::fuzz {
 namespace {
 
-using online::HTTPSecureSocket;
-
 std::vector<String> Split(std::string_view text, char separator) {
   std::vector<String> parts;
   while (true) {
@@ -25,19 +23,8 @@ std::vector<String> Split(std::string_view text, char separator) {
   }
 }
 
-struct Choices {
-  explicit Choices(unsigned char byte)
-      : blocks((byte & 1) != 0),
-        tunnel((byte & 2) != 0),
-        head((byte & 4) != 0),
-        knows((byte & 8) != 0),
-        ends((byte & 16) != 0),
-        clear((byte & 32) != 0) {}
-  bool blocks, tunnel, head, knows, ends, clear;
-};
-
 /// Nothing but the question for a tunnel goes out in the clear, unless that is asked for.
-void RequireSecrecy(const std::vector<String>& wire, const Choices& choices) {
+void RequireSecrecy(const std::vector<String>& wire, bool clear) {
   bool secure = true;
   for (const auto& line : wire) {
     if (line.starts_with("host:") || line.starts_with("proxy:")) {
@@ -45,31 +32,35 @@ void RequireSecrecy(const std::vector<String>& wire, const Choices& choices) {
     } else if (line.starts_with("tls ")) {
       secure = true;
     } else {
-      Require(secure || choices.clear || line.starts_with("CONNECT host:443 "));
+      Require(secure || clear || line.starts_with("CONNECT host:443 "));
     }
   }
 }
 
 void Run(std::string_view bytes) {
   if (bytes.empty()) return;
-  const Choices choices(static_cast<unsigned char>(bytes.front()));
+  const auto chosen = [&](int bit) { return (bytes.front() & 1 << bit) != 0; };
+  const bool blocks = chosen(0);
+  const bool tunnel = chosen(1);
+  const bool head = chosen(2);
+  const bool clear = chosen(5);
   test::ScriptedNetwork network;
   for (const auto& connection : Split(bytes.substr(1), '\xFE')) {
-    const auto pieces = Split(connection, '\xFF');
-    test::ScriptedNetwork::Peer peer{.ends = choices.ends};
+    auto pieces = Split(connection, '\xFF');
+    test::ScriptedNetwork::Peer peer{.ends = chosen(4)};
     // In a tunnel the first piece answers for the proxy.
-    if (choices.tunnel && pieces.size() > 1) {
-      peer.replies = {{pieces.front()}, {pieces.begin() + 1, pieces.end()}};
-    } else {
-      peer.replies = {pieces};
+    if (tunnel && pieces.size() > 1) {
+      peer.replies.push_back({pieces.front()});
+      pieces.erase(pieces.begin());
     }
+    peer.replies.push_back(std::move(pieces));
     network.peers.push_back(std::move(peer));
   }
-  HTTPSecureSocket socket(network);
+  online::HTTPSecureSocket socket(network);
   int ends = 0;
-  if (choices.clear) socket.SetSecure(false);
-  if (choices.tunnel) socket.HTTPProxyAddress = "proxy";
-  if (choices.knows) {
+  if (clear) socket.SetSecure(false);
+  if (tunnel) socket.HTTPProxyAddress = "proxy";
+  if (chosen(3)) {
     socket.AuthenticationRequired = socket.ProxyAuthenticationRequired =
         [](const String&, const auto&, String& userName, String& password) {
           userName = password = "x";
@@ -78,18 +69,18 @@ void Run(std::string_view bytes) {
   }
   socket.PageReceived = [&](auto&&...) { ++ends; };
   socket.Error = [&](auto&&...) { ++ends; };
-  const String method = choices.head ? "HEAD" : "GET";
-  if (choices.blocks) {
+  const String method = head ? "HEAD" : "GET";
+  if (blocks) {
     const String page = socket.SendRequest(method, "host", 1);
-    Require(!choices.head || page.empty());
+    Require(!head || page.empty());
     Require(page.size() <= bytes.size());
   } else {
     socket.SendRequest(method, "host");
     network.RunEvents();
   }
-  Require(ends <= 1 && (ends == 0 || !choices.blocks));
-  Require(socket.Secure() != choices.clear || socket.tunnelMode == 1);
-  RequireSecrecy(network.wire, choices);
+  Require(ends <= 1 && (ends == 0 || !blocks));
+  Require(socket.Secure() != clear || socket.tunnelMode == 1);
+  RequireSecrecy(network.wire, clear);
 }
 
 }  // namespace

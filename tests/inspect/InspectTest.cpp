@@ -42,11 +42,15 @@ const std::string Good = "errors:\n0\n";
 TEST_F(InspectTest, GivesARowADocumentInOrderAndALineWhatIsNone) {
   Document("b.indd");
   Document("a.INDD");
+  DocumentBuilder other(BodyStart);
+  other.BigEndian().Release(8).Saved(BodyStart, 3, "5.0.142x");
+  folder.File("other.indd", other.Bytes());
   folder.File("old.indd", "");
   EXPECT_EQ(Run("mkdir folder.indd; mkfifo fifo.indd; "
                 "vintrace-inspect b.indd a.txt missing.indd folder.indd fifo.indd '' ./old.indd "
-                "\"$PWD/a.INDD\""),
-            "b.indd" + Found + "old.indd\tInDesign CSより下位\t\tサブバージョン不明\n" + "a.INDD" +
+                "other.indd \"$PWD/a.INDD\""),
+            "b.indd" + Found + "old.indd\tInDesign CSより下位\t\tサブバージョン不明\n" +
+                "other.indd\tAdobe InDesign CS5.5\tWindows Edition\t8.5.0.142\n" + "a.INDD" +
                 Found +
                 "errors:\n"
                 "vintrace-inspect: a.txt: The name doesn't end in .indd\n"

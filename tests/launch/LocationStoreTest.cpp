@@ -22,10 +22,12 @@ class LocationStoreTest : public testing::Test {
 TEST_F(LocationStoreTest, LoadsEveryLineAndWritesEachWithALineEnd) {
   EXPECT_EQ(LoadLocations(file), Lines{});
   EXPECT_EQ(Bytes(), "") << "a file that is missing is made";
+  const String longLine(200'000, 'x');
   const std::pair<String, Lines> cases[] = {
       {"", {""}},
       {"\n/A\\ 1.app\n\n/B.app", {"", "/A\\ 1.app", "", "/B.app"}},
       {"; rm -rf\xFF\n/A\n/A\n\\\n", {"; rm -rf\xFF", "/A", "/A", "\\"}},
+      {longLine + "\n/A\n" + longLine, {longLine, "/A", longLine}},
   };
   for (const auto& [bytes, lines] : cases) {
     folder.File("VNTR.ini", bytes);
@@ -34,6 +36,8 @@ TEST_F(LocationStoreTest, LoadsEveryLineAndWritesEachWithALineEnd) {
     RewriteLocations(file, lines);
     EXPECT_EQ(Bytes(), bytes.ends_with('\n') ? bytes : bytes + '\n');
   }
+  folder.File("VNTR.ini", "a\rb\r\n");
+  EXPECT_EQ(LoadLocations(file), Lines{"a\rb"});
 }
 
 TEST_F(LocationStoreTest, TheFirstThatHasTheProductInItsPathIsFound) {
@@ -45,11 +49,13 @@ TEST_F(LocationStoreTest, TheFirstThatHasTheProductInItsPathIsFound) {
 }
 
 TEST_F(LocationStoreTest, AChangeIsInTheListAndInTheFileEvenWhereTheFileCannotHaveIt) {
+  std::filesystem::create_symlink("kept elsewhere", file.NativePath());
   Lines store{"/A", "", "/C"};
   AddLocation(file, store, "/A");
   EXPECT_EQ(Bytes(), "/A\n\n/C\n/A\n");
   RemoveLocation(file, store, 1);
   EXPECT_EQ(Bytes(), "/A\n/C\n/A\n");
+  EXPECT_TRUE(std::filesystem::is_symlink(file.NativePath()));
   EXPECT_THROW(AddLocation(folder.Item("missing/VNTR.ini"), store, "/D"), IOException);
   EXPECT_THROW(RemoveLocation(std::nullopt, store, 0), NilObjectException);
   EXPECT_EQ(store, (Lines{"/C", "/A", "/D"}));

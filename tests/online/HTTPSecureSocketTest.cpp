@@ -63,8 +63,6 @@ TEST_F(HTTPSecureSocketTest, EachKindOfRequestIsTheseBytesToThatPort) {
   };
   socket->SetDefaultPort(444);
   sends("GET", URL, "a:444 tls a|" + Plain + "\r\n");
-  socket->SetRequestContent("xy", " \t");
-  sends("POST", URL, "a:444 tls a|POST /b?c=d" + Headers + "Content-length: 2\r\n\r\nxy");
   socket->SetRequestContent("xyz", "a/b ");
   sends("POST", URL,
         "a:444 tls a|POST /b?c=d" + Headers + "Content-type: a/b \r\nContent-length: 3\r\n\r\nxyz");
@@ -74,7 +72,8 @@ TEST_F(HTTPSecureSocketTest, EachKindOfRequestIsTheseBytesToThatPort) {
         "\r\n\r\n");
   socket->ClearRequestHeaders();
   socket->SetRequestHeader("X\n", "1\r\nY: 2");
-  sends("P\r\nX", "b/\rZ", "b:1 tls b|PX /Z HTTP/1.0\r\nX: 1Y: 2\r\nHost: b\r\n\r\n");
+  sends("P\r\nX", "x://b/\rZ?y://z",
+        "b:1 tls b|PX /Z?y://z HTTP/1.0\r\nX: 1Y: 2\r\nHost: b\r\n\r\n");
   socket->requestHeaders.reset();
   socket->HTTPProxyAddress = "proxy";
   socket->SetSecure(false);
@@ -94,24 +93,13 @@ TEST_F(HTTPSecureSocketTest, AReplyIsTheSamePageInWhateverPiecesItComes) {
       {"HTTP/1.0 200 OK\rA: 1\r\rbare CR", "bare CR", 200},
       {"HTTP/1.0 200 OK\r\nA: 1\r\n  2\r\n\r\n", "", 200},
       {"HTTP/1.1 404 Not Found\r\ncontent-LENGTH: 2\r\n\r\nno", "no", 404},
-      {"HTTP/1.0 301 Moved\r\nLocation: /x\r\n\r\nmoved", "moved", 301},
-      {"HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 200 OK\r\n\r\nx", "HTTP/1.1 200 OK\r\n\r\nx", 100},
-      {"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1\r\nx\r\n0\r\n\r\n",
-       "1\r\nx\r\n0\r\n\r\n", 200},
-      {"HTTP/1.0 200 OK\r\nContent-Length: 0\r\n\r\nx", "x", 200},
       {"HTTP/1.0 200 OK\r\nContent-Length: -1\r\n\r\nx", "x", 200},
-      {"HTTP/1.0 200 OK\r\nContent-Length: many\r\n\r\nx", "x", 200},
       {"HTTP/1.0 200 OK\r\nContent-Length: 99999999999999999999\r\n\r\nx", "x", 200},
       {"HTTP/1.0 401 No\r\nContent-Length: 1\r\n\r\nx", "x", 401},
-      {"HTTP/1.0 407 No\r\n\r\nx", "x", 407},
-      {"garbage\r\n\r\nx", "x", 0},
       {"\r\n\r\nx", "x", 0},
       {"no headers at all", "no headers at all", 0},
       {"", "", 0},
       {"x 200.7\n\nb\r\nc", "b\r\nc", 200},
-      {"HTTP/1.0  200\r\n\nb", "b", 0},
-      {"HTTP/1.0 -200\nA\r\rb", "b", 0},
-      {"A: 1\nHTTP/1.0 200\n\nb", "b", 1},
       {"HTTP/1.0\r\nA: 7\r\n\r\nb", "b", 0},
   };
   for (const auto& [bytes, page, status] : replies) {
@@ -151,22 +139,17 @@ TEST_F(HTTPSecureSocketTest, WhateverComesOfARequestNothingOfItStaysForTheNext) 
       {Answering({OK + "Content-Length: 2\r\n\r\nabc"}), "abc"},
       {Answering({OK + "Content-Length: 2\r\n\r\n", "ab", "c"}), "ab"},
       {Answering({OK + "Content-Length: 9\r\n\r\n", "ab"}), "ab"},
-      {Answering({"A\r\nB\n\nC\r\n\r\nd"}), "d"},
       {Answering({OK + "Content-Length: 5\r\n\r\nthere"}), "", 0, "", "HEAD"},
       {Staying({OK + "Content-Length: 5\r\n\r\n"}), "", -1, "", "HEAD"},
       {Staying({OK + "\r\npage"}), "page", -1},
       {Staying({}), "", -1},
       {Staying({String(70'000, 'x')}), "", HTTPSecureSocket::HeadersTooLong},
-      {Staying({String(70'000, 'x') + "\r\n\r\n"}), "", HTTPSecureSocket::HeadersTooLong},
       {Answering({OK + "\r\n" + String(70'001, 'x')}), "", HTTPSecureSocket::PageTooLong},
-      {{.refuses = SocketError::NotTrusted}, "", 110},
       {Challenging(401, "Negotiate"), "refused"},
-      {Answering({"HTTP/1.0 401 No\r\n\r\nrefused"}), "refused"},
       {Challenging(401, basic), "", 104},
       {Challenging(407, basic), "", 104, "proxy"},
       {Challenging(401, basic), "refused", 0, "proxy"},
       {Answering({"HTTP/1.0 403 No\r\nContent-length: 2\r\n\r\nno"}), "no", 0, "proxy"},
-      {{.replies = {{Established}}, .tls = SocketError::NotTrusted}, "", 110, "proxy"},
       {Answering({}), "", 0, "proxy"},
       {Staying({}), "", -1, "proxy"},
       {{.refuses = SocketError::Refused}, "", 104, "proxy"},
@@ -187,7 +170,7 @@ TEST_F(HTTPSecureSocketTest, WhateverComesOfARequestNothingOfItStaysForTheNext) 
     EXPECT_EQ(network.wire, (Lines{"a:443 tls a", Plain + "\r\n"}));
   }
   EXPECT_EQ(network.ticks, 1205) << "five seconds each, which begin anew with what comes";
-  EXPECT_EQ(story, (Lines{"asked for  1", "asked for  0", "asked for r 1", "asked for r 1"}));
+  EXPECT_EQ(story, (Lines{"asked for  1", "asked for r 1", "asked for r 1"}));
 }
 
 TEST_F(HTTPSecureSocketTest, ADownloadGoesIntoItsFile) {
@@ -213,8 +196,6 @@ TEST_F(HTTPSecureSocketTest, ADownloadGoesIntoItsFile) {
   EXPECT_EQ(socket->PageHeaders()->Value("Content-Length"), "2");
   EXPECT_FALSE(socket->Get(URL, file, 5));
   EXPECT_EQ(bytes(), "");
-  EXPECT_FALSE(socket->Get(URL, FolderItem("/dev/full"), 5));
-  EXPECT_FALSE(socket->IsConnected());
   network.wire.clear();
   EXPECT_FALSE(socket->Get(URL, FolderItem("/missing/x"), 0));
   socket->Get(URL, FolderItem(folder.Path().native()));
@@ -224,10 +205,9 @@ TEST_F(HTTPSecureSocketTest, ADownloadGoesIntoItsFile) {
 
 TEST_F(HTTPSecureSocketTest, ATunnelIsAskedForInTheClearAndEverythingElseGoesThroughTLS) {
   network.md5 = [](std::string_view text) { return qt::QtNetwork().MD5(text); };
-  network.random = 50;
   const Peer tunnel{.replies = {{Established + "injected"}, {OK + "\r\npage"}}};
   Peer asking = tunnel;
-  asking.replies[1] = {"HTTP/1.0 401 No\r\nWWW-Authenticate: Basic realm=\"s\"\r\n\r\n"};
+  asking.replies[1] = Challenging(401, R"(Digest realm="s", nonce="n")").replies.front();
   network.peers = {Challenging(407, R"(Digest realm="p", nonce="n", opaque="o", qop="auth")"),
                    asking, Challenging(407, R"(Digest realm="p")"), tunnel, tunnel};
   socket->HTTPProxyAddress = "proxy";
@@ -237,36 +217,30 @@ TEST_F(HTTPSecureSocketTest, ATunnelIsAskedForInTheClearAndEverythingElseGoesThr
   EXPECT_EQ(socket->Get(URL, 5), "page");
   EXPECT_EQ(story, (Lines{"asked for p 1", "asked for s 1", "asked for p 1"}));
   const String connect = "CONNECT a:443 HTTP/1.0\r\nHost: a\r\n";
-  const String digest = connect + "Proxy-Authorization: Digest username=\"user\", realm=\"p\", " +
-                        "nonce=\"n\", uri=\"a:443\", qop=auth, nc=0000000";
+  const String toProxy = connect + "Proxy-Authorization: ";
+  const String ofProxy = R"(Digest username="user", realm="p", nonce="n", uri="a:443", qop=auth, )";
+  const String ofServer =
+      R"(Digest username="user", realm="s", nonce="n", uri="https://a/b?c=d", qop=auth, )";
   EXPECT_EQ(std::erase(network.wire, "proxy:3128"), 5U);
   const Lines expected = {
       connect + "\r\n",
-      digest +
-          R"(1, cnonce="opqrstuvwxyz0123456789ABC", response="810746fb8ee33329f52a3655bf18f3a9", opaque="o")" +
+      toProxy + ofProxy +
+          R"(nc=00000001, cnonce="0123456789ABCDEFGHIJKLMNO", response="7be6f3693fa8aafd3c45986ca0101ba4", opaque="o")" +
           "\r\n\r\n",
       "tls a",
       Plain + "\r\n",
       connect + "\r\n",
-      digest +
-          R"(2, cnonce="DEFGHIJKLMNOPQRSTUVWXYZab", response="c136635ac70817cdc6ae23eb31e9550c", )" +
+      toProxy + ofProxy +
+          R"(nc=00000003, cnonce="opqrstuvwxyz0123456789ABC", response="d15ef2fcd2bcddb5a6d107d75ceceb82", )" +
           "\r\n\r\n",
       "tls a",
-      Plain + "Authorization: Basic dXNlcjpzZWNyZXQ=\r\n\r\n",
-      connect + "Proxy-Authorization: Basic xEvil: y\r\n\r\n",
+      Plain + "Authorization: " + ofServer +
+          R"(nc=00000002, cnonce="PQRSTUVWXYZabcdefghijklmn", response="d5a7de971ed7d0f0f1c6eb9f2fb51065", )" +
+          "\r\n\r\n",
+      toProxy + "Basic xEvil: y\r\n\r\n",
       "tls a",
       Plain + "Proxy-Authorization: Basic xEvil: y\r\n\r\n"};
   EXPECT_EQ(network.wire, expected);
-}
-
-TEST_F(HTTPSecureSocketTest, AQuestionThatThrowsEndsTheRequest) {
-  network.peers = {Challenging(401, "Basic"), Page};
-  socket->AuthenticationRequired = [](auto&&...) -> bool { throw std::runtime_error("broken"); };
-  EXPECT_THROW(socket->Get(URL, 5), std::runtime_error);
-  EXPECT_FALSE(socket->synchronous || socket->IsConnected() || socket->threadProtection);
-  socket->Yield = true;
-  EXPECT_EQ(socket->Get(URL, 5), "page");
-  EXPECT_EQ(network.wire.back(), "events");
 }
 
 TEST_F(HTTPSecureSocketTest, ASocketMayBePolledUsedOrDestroyedInEachOfItsEvents) {

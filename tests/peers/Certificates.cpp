@@ -25,15 +25,16 @@ void Extend(X509* certificate, int kind, const std::string& value) {
   X509_EXTENSION_free(extension);
 }
 
-Certificate Make(const std::filesystem::path& path, const CertificateDesign& design, const Key& key,
-                 const std::string& issuer, const Key& issuersKey) {
+Certificate Make(const std::filesystem::path& path, const std::string& subject,
+                 const CertificateDesign& design, const Key& key, const std::string& issuer,
+                 const Key& issuersKey) {
   const std::shared_ptr<X509> owned(X509_new(), X509_free);
   X509* certificate = owned.get();
   X509_set_version(certificate, X509_VERSION_3);
-  X509_time_adj_ex(X509_getm_notBefore(certificate), design.fromDay, 0, nullptr);
+  X509_time_adj_ex(X509_getm_notBefore(certificate), -10, 0, nullptr);
   X509_time_adj_ex(X509_getm_notAfter(certificate), design.toDay, 0, nullptr);
   X509_set_pubkey(certificate, key.get());
-  SetName(X509_get_subject_name(certificate), design.commonName);
+  SetName(X509_get_subject_name(certificate), subject);
   SetName(X509_get_issuer_name(certificate), issuer);
   Extend(certificate, NID_basic_constraints, design.constraints);
   Extend(certificate, NID_subject_alt_name, design.alternativeNames);
@@ -51,15 +52,10 @@ Authority::Authority(std::filesystem::path folder, std::string name)
     : folder_(std::move(folder)),
       name_(std::move(name)),
       key_(NewKey()),
-      root_(Make(folder_ / name_, {name_, "", "", -1, 1, "critical,CA:TRUE"}, key_, name_, key_)) {}
+      root_(Make(folder_ / name_, name_, {"", "", 1, "critical,CA:TRUE"}, key_, name_, key_)) {}
 
 Certificate Authority::Sign(const std::string& name, const CertificateDesign& design) const {
-  return Make(folder_ / name, design, NewKey(), name_, key_);
-}
-
-Certificate Authority::SelfSigned(const std::string& name, const CertificateDesign& design) const {
-  const Key key = NewKey();
-  return Make(folder_ / name, design, key, design.commonName, key);
+  return Make(folder_ / name, "localhost", design, NewKey(), name_, key_);
 }
 
 }  // namespace vintrace::test

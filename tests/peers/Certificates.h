@@ -10,11 +10,9 @@ namespace vintrace::test {
 
 /// What a certificate says.
 struct CertificateDesign {
-  std::string commonName = "localhost";
   std::string alternativeNames = "DNS:localhost,IP:127.0.0.1";
   std::string usage = "serverAuth";
-  int fromDay = -1;  ///< Days from now on which it begins and ends to be valid.
-  int toDay = 1;
+  int toDay = 1;  ///< Days from now on which it ends to be valid.
   std::string constraints = {};
 };
 
@@ -30,8 +28,6 @@ class Authority {
   const Certificate& Root() const { return root_; }
 
   Certificate Sign(const std::string& name, const CertificateDesign& design = {}) const;
-  /// One that nobody but itself vouches for.
-  Certificate SelfSigned(const std::string& name, const CertificateDesign& design = {}) const;
 
  private:
   const std::filesystem::path folder_;

@@ -24,52 +24,25 @@ http {
   server {
     listen 127.0.0.1:PORT ssl; listen unix:FOLDER/clear;
     location /basic { auth_basic test; auth_basic_user_file basic; try_files /page =404; }
-    location /closed { ssi on; ssi_types *; try_files /page =404; }
-    location /moved { return 301 /page; }
     location /echo { proxy_pass http://unix:FOLDER/clear:/said; proxy_set_header X-Body $request_body; }
     location /www/ssl { return 200 true; }
-    location /said { return 200 "$http_content_type|$http_x|$http_x_body"; }
+    location /said { return 200 "$http_content_type|$http_x_body"; }
   }
 })";
-
-const char* const ApacheConfiguration =
-    "ServerRoot FOLDER\nDefaultRuntimeDir FOLDER\nDocumentRoot FOLDER\nServerName localhost\n"
-    "PidFile pid\nErrorLog errors\nUser www-data\nGroup www-data\nListen 127.0.0.1:PORT\n"
-    "SSLEngine on\nSSLCertificateFile PEM\n"
-    "<Location />\nAuthType Digest\nAuthName test\nAuthUserFile digest\nRequire valid-user\n"
-    "</Location>\n";
 
 const char* const SquidConfiguration =
     "http_port 127.0.0.1:PORT\npid_filename none\naccess_log none\ncache_log FOLDER/log\n"
     "shutdown_lifetime 0 seconds\n"
-    "auth_param SCHEME program /usr/lib/squid/HELPER FOLDER/SCHEME\nauth_param SCHEME realm test\n"
-    "acl known proxy_auth REQUIRED\nhttp_access allow known\n";
-
-/// Its path, its arguments but for the configuration's path, and the configuration.
-using Program = std::tuple<QString, QStringList, std::string>;
-
-Program ProgramFor(const std::string& name) {
-  if (name == "nginx") return {"/usr/sbin/nginx", {"-e", "stderr", "-c"}, NginxConfiguration};
-  if (name != "apache") return {"/usr/sbin/squid", {"-N", "-f"}, SquidConfiguration};
-  std::string modules;
-  for (const std::string each : {"mpm_event", "authn_core", "authn_file", "authz_core",
-                                 "authz_user", "auth_digest", "ssl"}) {
-    modules.append("LoadModule ").append(each).append("_module /usr/lib/apache2/modules/mod_");
-    modules.append(each).append(".so\n");
-  }
-  return {"/usr/sbin/apache2", {"-X", "-f"}, modules + ApacheConfiguration};
-}
-
-std::uint16_t FreePort() {
-  QTcpServer server;
-  server.listen(QHostAddress::LocalHost);
-  return server.serverPort();
-}
+    "auth_param digest program /usr/lib/squid/digest_file_auth -c FOLDER/digest\n"
+    "auth_param digest realm test\nacl known proxy_auth REQUIRED\nhttp_access allow known\n";
 
 }  // namespace
 
-Server::Server(const fs::path& folder, const Certificate& certificate, const std::string& name)
-    : port_(FreePort()) {
+Server::Server(const fs::path& folder, const Certificate& certificate, const std::string& name) {
+  QTcpServer free;
+  free.listen(QHostAddress::LocalHost);
+  port_ = free.serverPort();
+  free.close();
   const fs::path own = folder / name;
   fs::create_directory(own);
   fs::permissions(folder, fs::perms(0755));
@@ -81,18 +54,18 @@ Server::Server(const fs::path& folder, const Certificate& certificate, const std
   std::ofstream(own / "basic") << "user:$1$abcdefgh$cHJi5PXp/ki/ktXzqlk6I1\n";
   std::ofstream(own / "digest") << "user:test:eb6bcbb0c2554806d2927bb62248105a\n";
 
-  const std::string helper = name == "basic" ? "basic_ncsa_auth" : "digest_file_auth -c";
-  auto [path, arguments, text] = ProgramFor(name);
-  const std::pair<std::string, std::string> words[] = {{"FOLDER", own},
-                                                       {"PORT", Str(port_)},
-                                                       {"PEM", certificate},
-                                                       {"SCHEME", name},
-                                                       {"HELPER", helper}};
+  const bool isProxy = name == "squid";
+  std::string text = isProxy ? SquidConfiguration : NginxConfiguration;
+  const std::pair<std::string, std::string> words[] = {
+      {"FOLDER", own}, {"PORT", Str(port_)}, {"PEM", certificate}};
   for (const auto& [word, value] : words) text = ReplaceAll(text, word, value);
   std::ofstream(own / "configuration") << text;
+  const QStringList arguments =
+      isProxy ? QStringList{"-N", "-f"} : QStringList{"-e", "stderr", "-c"};
   process_.setProcessChannelMode(QProcess::ForwardedChannels);
   process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-  process_.start(path, arguments << (own / "configuration").c_str());
+  process_.start(QString::fromStdString("/usr/sbin/" + name),
+                 arguments + QStringList{(own / "configuration").c_str()});
   for (int turns = 0; turns < 1000 && !process_.waitForFinished(10); ++turns) {
     QTcpSocket socket;
     socket.connectToHost(QHostAddress::LocalHost, port_);

@@ -14,8 +14,7 @@ namespace vintrace::test {
 /// rights. `user:secret` is known there.
 class Server {
  public:
-  /// `name`: "nginx"; "apache", whose only page takes a Digest; or the password that squid asks
-  /// for: "basic" or "digest". Raises when it doesn't start.
+  /// `name`: "nginx", or "squid", which asks for a Digest. Raises when it doesn't start.
   Server(const std::filesystem::path& folder, const Certificate& certificate,
          const std::string& name = "nginx");
   Server(const Server&) = delete;

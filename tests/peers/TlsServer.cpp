@@ -16,13 +16,6 @@ using posix::Descriptor;
 
 constexpr int Patience = 15;  // Seconds.
 
-/// Waits until the other side has closed the connection, or for long.
-void AwaitItsEnd(int connection) {
-  char bytes[4096];
-  while (recv(connection, bytes, sizeof(bytes), 0) > 0) {
-  }
-}
-
 }  // namespace
 
 TlsServer::TlsServer(const Certificate& certificate, int newest)
@@ -67,12 +60,11 @@ void TlsServer::Run() {
     const Descriptor connection(accept4(listener_.Number(), nullptr, nullptr, SOCK_CLOEXEC));
     if (!connection) return;
     std::unique_lock lock(mutex_);
-    const bool isExpected = !scripts_.empty();
-    const Script script = isExpected ? scripts_.front() : Script();
+    const Script script = scripts_.empty() ? Script() : scripts_.front();
     lock.unlock();
     Serve(connection.Number(), script);
     lock.lock();
-    if (isExpected) scripts_.pop_front();
+    if (!scripts_.empty()) scripts_.pop_front();
     served_.notify_all();
   }
 }
@@ -83,10 +75,9 @@ void TlsServer::Serve(int connection, const Script& script) {
   const linger reset{.l_onoff = script.end == End::Reset, .l_linger = 0};
   setsockopt(connection, SOL_SOCKET, SO_LINGER, &reset, sizeof(reset));
   char bytes[16384];
-  if (script.moment == Moment::BeforeHandshake || script.moment == Moment::InHandshake) {
+  if (!script.shakesHands) {
     // Bytes that are left over would turn the end into a reset.
-    if (script.moment == Moment::InHandshake) recv(connection, bytes, sizeof(bytes), 0);
-    if (script.end == End::Never) AwaitItsEnd(connection);
+    recv(connection, bytes, sizeof(bytes), 0);
     return;
   }
   const std::shared_ptr<SSL> tls(SSL_new(context_.get()), SSL_free);
@@ -103,9 +94,7 @@ void TlsServer::Serve(int connection, const Script& script) {
     std::this_thread::sleep_for(script.pause);
     if (!piece.empty()) SSL_write(tls.get(), piece.data(), static_cast<int>(piece.size()));
   }
-  if (script.end == End::Fin || script.end == End::Reset) return;
-  if (script.end != End::Never) SSL_shutdown(tls.get());
-  if (script.end != End::CloseNotify) AwaitItsEnd(connection);
+  if (script.end == End::CloseNotify) SSL_shutdown(tls.get());
 }
 
 }  // namespace vintrace::test

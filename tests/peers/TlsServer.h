@@ -23,20 +23,16 @@ class TlsServer {
   /// How a connection ends.
   enum class End {
     CloseNotify,  ///< TLS says so, and then TCP.
-    HeldOpen,     ///< TLS says so, and TCP stays open until the client closes it.
     Fin,          ///< TCP alone says so.
-    Reset,        ///< TCP breaks off.
-    Never         ///< Nothing is said any more until the client closes it.
+    Reset         ///< TCP breaks off.
   };
-  /// When it ends.
-  enum class Moment { BeforeHandshake, InHandshake, AfterReply };
 
   /// What is done with one connection.
   struct Script {
     std::vector<std::string> pieces = {};  ///< Of the reply, each sent on its own.
     std::chrono::milliseconds pause{0};    ///< Before each of them.
     End end = End::CloseNotify;
-    Moment moment = Moment::AfterReply;
+    bool shakesHands = true;  ///< If not, it ends in the handshake.
   };
 
   /// `newest`: the newest TLS that it speaks; 0: the newest there is.

@@ -12,15 +12,10 @@ namespace {
 
 using AppTest = ScriptedProgram;
 
-TEST_F(AppTest, AStartLoadsTheStoreWaitsFiveSecondsForEachServiceAndAsksNothing) {
-  _Main();
-  EXPECT_TRUE(folder.Item("data/VNTR.ini").Exists());
-  EXPECT_EQ(App::Instance().apploc, Lines{});
-  folder.File("data/VNTR.ini", "/A.app\n");
+TEST_F(AppTest, AStartWaitsFiveSecondsForEachServiceAndAsksNothing) {
   const Environment service("VINTRACE_TEST_SERVICE", "service.example");
   host.network.peers = {{.ends = false}, {.ends = false}};
-  host.network.whileWaiting = [] { EXPECT_EQ(App::Instance().apploc, Lines{"/A.app"}); };
-  App::Instance().RaiseOpen();
+  _Main();
   constexpr std::int64_t TenSeconds = 600;
   EXPECT_GE(host.network.ticks, TenSeconds);
   EXPECT_LE(host.network.ticks, TenSeconds + 10);
@@ -39,7 +34,6 @@ TEST(Services, WithoutANetworkFailAsOthersDo) {
   const Environment service("VINTRACE_TEST_SERVICE", "service.example");
   HostWithoutNetwork host;
   _Main();
-  EXPECT_EQ(host.story, Lines{});
   host.Choose("upchk");
   EXPECT_EQ(host.story, Lines{"message: 通信に障害があり、確認できませんでした。"});
 }
@@ -56,41 +50,37 @@ TEST(Main, WhatBreaksAtTheStartIsReportedAndEndsTheProgram) {
   EXPECT_EQ(host.story, (Lines{"message: 予期しないエラーが起こりました。\nbroken", "quit: 1"}));
 }
 
-TEST_F(AppTest, AStoreThatCannotBeReadIsReportedOnceAndTheProgramGoesOn) {
+TEST_F(AppTest, AStoreThatCannotBeReadIsNamed) {
   std::filesystem::create_directories(folder.Path() / "data/VNTR.ini");
-  host.handedOver = {Document("a.indd")};
   _Main();
-  EXPECT_EQ(host.story,
-            (Lines{"window", "message: 予期しないエラーが起こりました。\n" +
-                                 folder.Item("data/VNTR.ini").NativePath() + ": Is a directory"}));
+  EXPECT_EQ(host.story, Lines{"message: 予期しないエラーが起こりました。\n" +
+                              folder.Item("data/VNTR.ini").NativePath() + ": Is a directory"});
 }
 
-TEST_F(AppTest, EachDocumentHasAWindowOfItsOwnAndAFileOfAnotherNameIsNotEvenOpened) {
-  host.handedOver = {Document("a.indd"), folder.Item("missing.pdf"), Document("B.INDD"),
-                     folder.Item("indd"), Document("a.indd")};
+TEST_F(AppTest, OnlyDocumentsOpenAndWithoutOneTheUserIsAskedAndMayCancel) {
+  host.handedOver = {Document("a.indd"),  folder.Item("missing.pdf"), Document("B.INDD"),
+                     folder.Item("indd"), Document("a.indd"),         std::nullopt};
+  host.choices = {folder.Item("other.pdf"), Document("chosen.indd")};
   _Main();
-  EXPECT_EQ(host.story, Lines(3, "window"));
-  EXPECT_EQ(host.Titles(), (Lines{"a.indd", "B.INDD", "a.indd"}));
-  EXPECT_EQ(Front()->Canvas1().Backdrop(), pictures::cs6());
-  InspectionAt(1)->PushButton2().RaiseAction();
-  EXPECT_EQ(host.Titles(), (Lines{"B.INDD", "a.indd"})) << "the button closes the window in front";
+  for (int time = 0; time < 2; ++time) EXPECT_TRUE(host.Choose("hiraku"));
+  const std::string asked = "open dialog: indd (.indd)";
+  EXPECT_EQ(host.story, (Lines{"window", "window", "window", asked, asked, "window", asked}));
+  EXPECT_EQ(host.Titles(), (Lines{"chosen.indd", "a.indd", "B.INDD", "a.indd"}));
 }
 
-TEST_F(AppTest, AFailureEndsTheProgramWithAMessageAndOpensNoFurtherDocument) {
-  host.handedOver = {folder.Item("missing.indd"), Document("good.indd")};
-  _Main();
-  EXPECT_EQ(host.story,
-            (Lines{"window", "message: エラーが起こりましたので\n終了します", "quit: 0"}));
-}
-
-TEST_F(AppTest, WithoutADocumentTheUserIsAskedForOneAndMayCancel) {
-  const std::string question = "open dialog: indd (.indd)";
-  host.choices = {Document("chosen.indd"), Document("other.pdf")};
-  host.handedOver = {std::nullopt, std::nullopt, std::nullopt};
-  _Main();
-  EXPECT_EQ(host.story, (Lines{question, "window", question, question}));
-  EXPECT_FALSE(App::Instance()._hiraku_Action());
-  EXPECT_EQ(host.Titles(), Lines{"chosen.indd"});
+TEST_F(AppTest, AWindowClosedByItsOwnHandlerLivesUntilThatEndsAndHearsNoMore) {
+  const std::weak_ptr<Window1> window = Window::New<Window1>();
+  PushButton& button = window.lock()->PushButton2();
+  int presses = 0;
+  button.Action = [&] {
+    if (++presses > 1) return;
+    Front()->Close();
+    ASSERT_FALSE(window.expired());
+    button.RaiseAction();
+  };
+  button.RaiseAction();
+  EXPECT_EQ(presses, 1);
+  EXPECT_TRUE(window.expired());
 }
 
 }  // namespace

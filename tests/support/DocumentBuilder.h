@@ -40,4 +40,8 @@ class DocumentBuilder {
   std::uint8_t majorVersion_ = 0;
 };
 
+/// A document whose parts lie where something changes, each in its place or nearly. Any bytes can
+/// be the `choices` that tell which, and each two of them decide on one thing.
+std::string DocumentOf(std::string_view choices);
+
 }  // namespace vintrace::test

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <new>
 #include <utility>
 
 namespace vintrace::test {
@@ -36,24 +34,6 @@ class Child {
 
  private:
   pid_t id_;
-};
-
-/// A value that this process shares with the children that it makes from now on.
-template <class Value>
-class Shared {
- public:
-  Shared()
-      : value_(new (mmap(nullptr, sizeof(Value), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS,
-                         -1, 0)) Value()) {}
-  Shared(const Shared&) = delete;
-  Shared& operator=(const Shared&) = delete;
-  ~Shared() { munmap(value_, sizeof(Value)); }
-
-  Value& operator*() const { return *value_; }
-  Value* operator->() const { return value_; }
-
- private:
-  Value* value_;
 };
 
 }  // namespace vintrace::test

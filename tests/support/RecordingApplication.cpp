@@ -3,24 +3,12 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <thread>
 #include <utility>
 
 namespace vintrace::test {
-namespace {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
-
-std::vector<String> Words(const FolderItem& file) {
-  std::ifstream stream(file.NativePath(), std::ios::binary);
-  std::vector<String> words;
-  for (String word; std::getline(stream, word, '\0');) words.push_back(word);
-  return words;
-}
-
-}  // namespace
 
 RecordingApplication::RecordingApplication(FolderItem path, std::string_view words,
                                            std::string_view then)
@@ -34,13 +22,17 @@ RecordingApplication::RecordingApplication(FolderItem path, std::string_view wor
   fs::permissions(file, fs::perms::owner_all);
 }
 
-bool RecordingApplication::HasStarted() const { return Notes().Exists(); }
-
 std::vector<String> RecordingApplication::AwaitStart() const {
+  using namespace std::chrono_literals;
+  const fs::path notes = path_.NativePath() + ".started";
   const auto end = std::chrono::steady_clock::now() + 15s;
-  while (!HasStarted() && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(2ms);
-  auto words = Words(Notes());
-  fs::remove(Notes().NativePath());
+  while (!fs::exists(notes) && std::chrono::steady_clock::now() < end) {
+    std::this_thread::sleep_for(2ms);
+  }
+  std::vector<String> words;
+  std::ifstream stream(notes);
+  for (String word; std::getline(stream, word, '\0');) words.push_back(word);
+  fs::remove(notes);
   return words;
 }
 

@@ -21,11 +21,7 @@ class RecordingApplication {
   /// Waits for its next start and tells what it has noted; nothing when it isn't started.
   std::vector<String> AwaitStart() const;
 
-  bool HasStarted() const;
-
  private:
-  FolderItem Notes() const { return FolderItem(path_.NativePath() + ".started"); }
-
   FolderItem path_;
 };
 

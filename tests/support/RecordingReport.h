@@ -1,8 +1,5 @@
 #pragma once
 
-#include <functional>
-#include <utility>
-
 #include "inspection/InspectionReport.h"
 #include "inspection/VersionCheck.h"
 #include "support/ReportFields.h"
@@ -13,15 +10,10 @@ namespace vintrace::test {
 class RecordingReport : public inspection::InspectionReport {
  public:
   ReportFields fields;
-  /// Called when the product is set, which is between the read of the header and the scans.
-  std::function<void()> betweenHeaderAndScan;
 
   void SetDocument(const FolderItem&) override {}
-  void SetDocumentName(const String& name) override { fields.documentName = name; }
-  void SetProductText(const String& text) override {
-    fields.productText = text;
-    if (betweenHeaderAndScan) std::exchange(betweenHeaderAndScan, nullptr)();
-  }
+  void SetDocumentName(const String&) override {}
+  void SetProductText(const String& text) override { fields.productText = text; }
   void SetPicture(PictureAccessor picture) override { fields.picture = picture; }
   void SetBuildText(const String& text) override { fields.buildText = text; }
   String BuildText() const override { return fields.buildText; }

@@ -2,159 +2,66 @@
 
 #include <cstdint>
 
-// Written apart from the program's inspection and kept plain on purpose: every loop goes byte by
-// byte. Don't share code with the program here.
+// Written apart from the program's inspection and kept plain on purpose. Don't share code with the
+// program here.
 
 namespace vintrace::test {
 namespace {
 
-constexpr int kNoByte = -1;
-
-// The byte at a position counted from 1; kNoByte before the first byte and after the last.
+// The byte at a position counted from 1; -1 before the first byte and after the last.
 int ByteAt(std::string_view bytes, std::int64_t position) {
-  if (position < 1) return kNoByte;
-  if (position > static_cast<std::int64_t>(bytes.size())) return kNoByte;
+  if (position < 1 || position > static_cast<std::int64_t>(bytes.size())) return -1;
   return static_cast<unsigned char>(bytes[static_cast<std::size_t>(position - 1)]);
 }
 
-bool IsDocumentName(std::string_view name) {
-  const auto length = static_cast<std::int64_t>(name.size());
-  const auto isLetter = [&](std::int64_t fromEnd, char small, char large) {
-    const int byte = ByteAt(name, length - fromEnd);
-    return byte == small || byte == large;
-  };
-  return ByteAt(name, length - 4) == '.' && isLetter(3, 'i', 'I') && isLetter(2, 'n', 'N') &&
-         isLetter(1, 'd', 'D') && isLetter(0, 'd', 'D');
-}
-
 struct Release {
-  std::string product;
+  const char* product;
   PictureAccessor picture;
 };
 
-// `following` is the byte after the major version; it matters for version 7 only.
-std::optional<Release> ReleaseOf(int version, int following) {
-  using namespace pictures;
-  if (version == 7 && following == 5) return Release{"Adobe InDesign CS5.5", cs55};
-  const Release releases[] = {
-      {"Adobe InDesign CS", cs},          {"Adobe InDesign CS2", cs2},
-      {"Adobe InDesign CS3", cs3},        {"Adobe InDesign CS4", cs4},
-      {"Adobe InDesign CS5", cs5},        {"Adobe InDesign CS6", cs6},
-      {"Adobe InDesign CC", cc},          {"Adobe InDesign CC 2014", cc2014},
-      {"Adobe InDesign CC 2015", cc2015}, {"Adobe InDesign CC 2017", cc2017},
-      {"Adobe InDesign CC 2018", cc2018}, {"Adobe InDesign CC 2019", cc2019},
-  };
-  if (version < 3 || version > 14) return std::nullopt;
-  return releases[version - 3];
-}
-
-// What stands before a build, such as 09 40 "8." in a little-endian document.
-std::string DelimiterOf(int version, bool bigEndian) {
-  const std::string prefix = std::to_string(version) + '.';
-  if (version >= 10) return '\x40' + prefix;
-  return (bigEndian ? "\x40\x09" : "\x09\x40") + prefix;
-}
-
-// A file too short to hold the version byte counts as version 0.
-std::string ProductOfUnknownRelease(int version) {
-  if (version < 3) return "InDesign CSより下位";
-  return "Ver." + std::to_string(version) + " CC2019より新しい";
-}
-
-struct Block {
-  std::string_view bytes;
-  bool endsFile;
+using namespace pictures;
+constexpr Release CS55{"Adobe InDesign CS5.5", cs55};
+constexpr Release ReleasesFrom3To14[] = {
+    {"Adobe InDesign CS", cs},          {"Adobe InDesign CS2", cs2},
+    {"Adobe InDesign CS3", cs3},        {"Adobe InDesign CS4", cs4},
+    {"Adobe InDesign CS5", cs5},        {"Adobe InDesign CS6", cs6},
+    {"Adobe InDesign CC", cc},          {"Adobe InDesign CC 2014", cc2014},
+    {"Adobe InDesign CC 2015", cc2015}, {"Adobe InDesign CC 2017", cc2017},
+    {"Adobe InDesign CC 2018", cc2018}, {"Adobe InDesign CC 2019", cc2019},
 };
 
-Block ReadBlock(std::string_view content, std::size_t offset) {
-  if (offset >= content.size()) return {std::string_view(), true};
-  const std::string_view bytes = content.substr(offset, 6144);
-  return {bytes, offset + bytes.size() >= content.size()};
-}
-
-bool StandsAt(std::string_view bytes, std::size_t index, std::string_view wanted) {
-  for (std::size_t i = 0; i < wanted.size(); ++i) {
-    if (index + i >= bytes.size()) return false;
-    if (bytes[index + i] != wanted[i]) return false;
-  }
-  return true;
+void SetRelease(ReportFields& report, const Release& release) {
+  report.productText = release.product;
+  report.picture = release.picture;
 }
 
 bool Holds(std::string_view bytes, std::string_view wanted) {
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    if (StandsAt(bytes, i, wanted)) return true;
-  }
-  return wanted.empty();
+  return bytes.find(wanted) != std::string_view::npos;
 }
 
 // The first block with both patterns, else the block that ends the file. Every block has a pattern
 // without bytes.
 std::string_view BlockWith(std::string_view content, std::string_view marker,
                            std::string_view delimiter) {
-  std::size_t offset = 40960;
-  while (true) {
-    const Block block = ReadBlock(content, offset);
-    if (Holds(block.bytes, marker) && Holds(block.bytes, delimiter)) return block.bytes;
-    if (block.endsFile) return block.bytes;
-    offset += 4096;
+  for (std::size_t offset = 40960; offset < content.size(); offset += 4096) {
+    const std::string_view block = content.substr(offset, 6144);
+    const bool endsFile = offset + block.size() >= content.size();
+    if (endsFile || (Holds(block, marker) && Holds(block, delimiter))) return block;
   }
-}
-
-// What lies on either side of the last delimiter of a block: `after` reaches to the end of the
-// block, `before` back to the delimiter before it or to the start of the block. Without a delimiter
-// both are the whole block. No delimiter can overlap itself, so each place where it stands counts.
-struct Fields {
-  std::string_view before;
-  std::string_view after;
-};
-
-Fields FieldsAroundLastDelimiter(std::string_view block, std::string_view delimiter) {
-  Fields fields{block, block};
-  std::size_t start = 0;
-  for (std::size_t i = 0; i < block.size(); ++i) {
-    if (!StandsAt(block, i, delimiter)) continue;
-    fields.before = block.substr(start, i - start);
-    start = i + delimiter.size();
-    fields.after = block.substr(start);
-  }
-  return fields;
-}
-
-std::string BuildText(std::string_view prefix, std::string_view field) {
-  const int seventh = ByteAt(field, 7);
-  std::size_t length = 6;
-  if (seventh >= 0x30 && seventh <= 0x39) length = 7;
-  std::string text(prefix);
-  for (std::size_t i = 0; i < length && i < field.size(); ++i) text += field[i];
-  return text;
+  return {};
 }
 
 std::string EditionText(int byte) {
   if (byte == 0) return "Macintosh Edition";
-  if (byte == 1) return "Windows Edition";
-  if (byte == 3) return "Windows Edition";
-  return "不明";
-}
-
-// The edition byte when the block was found by marker: its place counts from the field's end.
-int EditionByteFromEnd(std::string_view field, bool bigEndian, std::string_view prefix) {
-  const auto length = static_cast<std::int64_t>(field.size());
-  if (bigEndian) return ByteAt(field, length - 11);
-  if (prefix.size() == 2) return ByteAt(field, length - 12);
-  return ByteAt(field, length - 13);
-}
-
-// The edition byte when the block was found by delimiter alone: its place counts from the start.
-int EditionByteFromStart(std::string_view field, bool bigEndian) {
-  if (bigEndian) return ByteAt(field, 23);
-  return ByteAt(field, 19);
+  return byte == 1 || byte == 3 ? "Windows Edition" : "不明";
 }
 
 void FillFromBody(ReportFields& report, std::string_view content, bool bigEndian, int version) {
   const std::string_view marker =
       bigEndian ? "\x4E\x0D\x66\x0E\x30\x6A\x30" : "\x4E\x0E\x66\x6A\x30\xE6\x30";
-  const std::string delimiter = DelimiterOf(version, bigEndian);
   const std::string prefix = std::to_string(version) + '.';
+  const std::string lead = version >= 10 ? "\x40" : bigEndian ? "\x40\x09" : "\x09\x40";
+  const std::string delimiter = lead + prefix;
   std::string_view block = BlockWith(content, marker, delimiter);
   if (block.empty()) {
     report.buildText = "不明";
@@ -164,38 +71,44 @@ void FillFromBody(ReportFields& report, std::string_view content, bool bigEndian
   const bool foundByMarkerScan = Holds(block, delimiter);
   if (!foundByMarkerScan) block = BlockWith(content, "", delimiter);
 
-  const Fields fields = FieldsAroundLastDelimiter(block, delimiter);
-  report.buildText = BuildText(prefix, fields.after);
-  if (ByteAt(report.buildText, 3) == '5') {
-    report.picture = pictures::cs55;
-    report.productText = "Adobe InDesign CS5.5";
+  // What lies on either side of the last delimiter; without one, the whole block. No delimiter can
+  // overlap itself.
+  std::string_view before = block;
+  std::string_view after = block;
+  if (const auto last = block.rfind(delimiter); last != std::string_view::npos) {
+    after = block.substr(last + delimiter.size());
+    before = block.substr(0, last);
+    const auto previous = before.rfind(delimiter);
+    if (previous != std::string_view::npos) before = before.substr(previous + delimiter.size());
   }
-  if (foundByMarkerScan) {
-    report.editionText = EditionText(EditionByteFromEnd(fields.before, bigEndian, prefix));
-  } else {
-    report.editionText = EditionText(EditionByteFromStart(fields.before, bigEndian));
-  }
+  const int seventh = ByteAt(after, 7);
+  const bool isSevenLong = seventh >= 0x30 && seventh <= 0x39;
+  report.buildText = prefix + std::string(after.substr(0, isSevenLong ? 7 : 6));
+  if (ByteAt(report.buildText, 3) == '5') SetRelease(report, CS55);
+
+  const auto end = static_cast<std::int64_t>(before.size());
+  const int fromEnd = bigEndian ? 11 : version < 10 ? 12 : 13;
+  const int fromStart = bigEndian ? 23 : 19;
+  report.editionText = EditionText(ByteAt(before, foundByMarkerScan ? end - fromEnd : fromStart));
 }
 
 }  // namespace
 
-std::optional<ReportFields> InspectByReference(std::string_view name, std::string_view content) {
-  if (!IsDocumentName(name)) return std::nullopt;
+ReportFields InspectByReference(std::string_view content) {
   ReportFields report;
-  report.documentName = name;
-  const std::string_view header = content.substr(0, 48);
-  const bool bigEndian = ByteAt(header, 25) == 2;
-  const int version = bigEndian ? ByteAt(header, 33) : ByteAt(header, 30);
-  const std::optional<Release> release = ReleaseOf(version, ByteAt(header, 34));
-  if (!release) {
-    report.picture = pictures::und;
-    report.productText = ProductOfUnknownRelease(version);
-    report.openable = false;
+  const bool bigEndian = ByteAt(content, 25) == 2;
+  const int version = ByteAt(content, bigEndian ? 33 : 30);
+  if (version >= 3 && version <= 14) {
+    const bool isCS55 = version == 7 && ByteAt(content, 34) == 5;
+    SetRelease(report, isCS55 ? CS55 : ReleasesFrom3To14[version - 3]);
+    FillFromBody(report, content, bigEndian, version);
     return report;
   }
-  report.picture = release->picture;
-  report.productText = release->product;
-  FillFromBody(report, content, bigEndian, version);
+  const bool isOld = version < 3;
+  report.picture = und;
+  report.productText =
+      isOld ? "InDesign CSより下位" : "Ver." + std::to_string(version) + " CC2019より新しい";
+  report.openable = false;
   return report;
 }
 

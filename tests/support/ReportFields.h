@@ -7,9 +7,8 @@
 
 namespace vintrace::test {
 
-/// What the window of one document shows after the inspection.
+/// What the window of one document shows after the inspection, below its title.
 struct ReportFields {
-  std::string documentName;
   std::string productText;
   PictureAccessor picture = nullptr;
   std::string editionText;
@@ -20,10 +19,9 @@ struct ReportFields {
 
   /// For the messages of a failed comparison.
   friend std::ostream& operator<<(std::ostream& out, const ReportFields& fields) {
-    return out << '[' << fields.documentName << " | " << fields.productText << " | "
-               << reinterpret_cast<const void*>(fields.picture) << " | " << fields.editionText
-               << " | " << fields.buildText << " | "
-               << (fields.openable ? "openable" : "not openable") << ']';
+    return out << fields.productText << " | " << reinterpret_cast<const void*>(fields.picture)
+               << " | " << fields.editionText << " | " << fields.buildText << " | "
+               << fields.openable;
   }
 };
 

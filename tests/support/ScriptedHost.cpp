@@ -38,8 +38,7 @@ bool ScriptedHost::Choose(std::string_view itemName) {
 
 std::vector<std::string> ScriptedHost::Titles() {
   std::vector<std::string> titles;
-  titles.reserve(static_cast<std::size_t>(Windows().Count()));
-  for (int i = 0; i < Windows().Count(); ++i) titles.push_back(Windows().At(i)->Title());
+  for (int i = 0; const auto window = Windows().At(i); ++i) titles.push_back(window->Title());
   return titles;
 }
 

@@ -25,7 +25,7 @@ class ScriptedHost : public Host {
   String clipboard = "what it held before";
 
   /// What the program asked for, one line a thing: "message: …", "open dialog: indd (.indd)", with
-  /// a title "open dialog: TITLE", "url: …", "quit: 0".
+  /// a title "open dialog: TITLE", "quit: 0".
   std::vector<std::string> story;
 
   void Show(Window& window) override;
@@ -35,7 +35,7 @@ class ScriptedHost : public Host {
   void ShowMessage(const String& text) override { story.push_back("message: " + text); }
   std::optional<FolderItem> AskForFile(const FileRequest& request) override;
   void SetClipboardText(const String& text) override { clipboard = text; }
-  void ShowURL(const String& url) override { story.push_back("url: " + url); }
+  void ShowURL(const String&) override {}
   vintrace::Network& Network() override { return network; }
   void Run() override;
   void Quit(int exitStatus) override;

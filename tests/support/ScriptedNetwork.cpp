@@ -21,23 +21,19 @@ class ScriptedNetwork::ScriptedConnection : public Connection {
     peer_ = network_.peers.front();
     network_.peers.pop_front();
     if (peer_.refuses != SocketError::None) return End(peer_.refuses);
-    changes_.push_back(Change::Connected);
+    changes_.emplace_back(Change::Connected, "");
   }
 
   void StartTLS(const String& tlsName) override {
     network_.wire.push_back("tls " + tlsName);
-    changes_.clear();
-    pieces_.clear();
-    if (peer_.tls != SocketError::None) return End(peer_.tls);
-    changes_.push_back(Change::Connected);
+    changes_ = {{Change::Connected, ""}};
   }
 
   void Write(std::string_view bytes) override {
     network_.wire.emplace_back(bytes);
     if (reply_ == peer_.replies.size()) return;
     for (const auto& piece : peer_.replies[reply_]) {
-      pieces_.push_back(piece);
-      changes_.push_back(Change::DataAvailable);
+      changes_.emplace_back(Change::DataAvailable, piece);
     }
     if (++reply_ == peer_.replies.size() && peer_.ends) End(SocketError::Ended);
   }
@@ -47,12 +43,9 @@ class ScriptedNetwork::ScriptedConnection : public Connection {
 
   std::optional<Change> Next() override {
     if (changes_.empty()) return std::nullopt;
-    const Change change = changes_.front();
+    const auto [change, piece] = changes_.front();
     changes_.pop_front();
-    if (change == Change::DataAvailable) {
-      taken_ += pieces_.front();
-      pieces_.pop_front();
-    }
+    taken_ += piece;
     return change;
   }
 
@@ -64,15 +57,14 @@ class ScriptedNetwork::ScriptedConnection : public Connection {
  private:
   void End(SocketError error) {
     error_ = error;
-    changes_.push_back(Change::Ended);
+    changes_.emplace_back(Change::Ended, "");
   }
 
   ScriptedNetwork& network_;
   std::function<void()> changed_;
   Peer peer_;
   std::size_t reply_ = 0;
-  std::deque<Change> changes_;
-  std::deque<String> pieces_;
+  std::deque<std::pair<Change, String>> changes_;  // With what comes.
   String taken_;
   SocketError error_ = SocketError::None;
 };

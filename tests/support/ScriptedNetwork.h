@@ -20,7 +20,6 @@ class ScriptedNetwork : public Network {
     std::vector<std::vector<String>> replies = {};
     /// Whether it ends the connection behind the last of them.
     bool ends = true;
-    SocketError tls = SocketError::None;  ///< How the handshake of a tunnel ends.
   };
 
   /// Those that connections are made to, in order; with none left they are refused.
@@ -39,7 +38,7 @@ class ScriptedNetwork : public Network {
 
   std::unique_ptr<Connection> NewConnection(std::function<void()> changed) override;
   void WaitUntil(const std::function<bool()>& over) override;
-  void DoEvents() override { wire.emplace_back("events"); }
+  void DoEvents() override {}
   std::int64_t Ticks() override { return ticks; }
   int InRange(int least, int most) override { return least + random++ % (most - least + 1); }
   String MD5(std::string_view text) override { return md5(text); }

@@ -32,10 +32,9 @@ class ScriptedProgram : public testing::Test {
     host.story.clear();
   }
 
-  std::shared_ptr<Window1> InspectionAt(int index) {
-    return std::dynamic_pointer_cast<Window1>(host.Windows().At(index));
+  std::shared_ptr<Window1> Front() {
+    return std::dynamic_pointer_cast<Window1>(host.Windows().At(0));
   }
-  std::shared_ptr<Window1> Front() { return InspectionAt(0); }
 
   const TemporaryFolder folder;
   const Environment dataHome{"XDG_DATA_HOME", (folder.Path() / "data").c_str()};

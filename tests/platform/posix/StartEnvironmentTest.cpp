@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 TEST(SecureStart, FillsWhatIsClosedOfTheStreamsAndTakesNoSignalForALostReader) {
   const int free = dup(STDERR_FILENO);
   close(free);
-  for (const auto& closed : {std::vector{0}, std::vector{2}, std::vector{0, 1, 2}}) {
+  for (const auto& closed : {std::vector{2}, std::vector{0, 1, 2}}) {
     Child start([&] {
       for (const int stream : closed) close(stream);
       posix::SecureStart();
@@ -41,9 +41,7 @@ TEST(RuntimeFolder, IsOneThatIsTheUsersAlone) {
   const String good = make("good", 0700);
   const String link = folder.Item("link").NativePath();
   fs::create_directory_symlink(good, link);
-  const String file = folder.File("file", "").NativePath();
-  fs::permissions(file, fs::perms::owner_all);
-  std::vector<String> bad{make("open", 0701), make("shared", 0770), link, file};
+  std::vector<String> bad{make("open", 0701), make("shared", 0770), link};
   const String foreign = make("foreign", 0700);
   if (chown(foreign.c_str(), 65534, 65534) == 0) bad.push_back(foreign);
   const String fallback = folder.Item("made").NativePath();
@@ -68,14 +66,12 @@ TEST(StartEnvironment, GivesThePlaceAndTheRequest) {
     EXPECT_EQ(ChannelPlace::OfThisDesktop().folder, folder.Path().native());
   }
   const Environment token("XDG_ACTIVATION_TOKEN", "token");
-  const Environment id("DESKTOP_STARTUP_ID", nullptr);
-  std::vector<String> arguments{"vintrace", "-a\xFF", "/b"};
-  char* argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data()};
-  const StartRequest request = StartRequestOf(3, argv);
+  String program = "vintrace";
+  String document = "-a\xFF";
+  char* argv[] = {program.data(), document.data()};
+  const StartRequest request = StartRequestOf(2, argv);
   EXPECT_EQ(request.documents.at(0).NativePath(), folder.Item("-a\xFF").NativePath());
-  EXPECT_EQ(request.documents.at(1).NativePath(), "/b");
   EXPECT_EQ(request.activationToken, "token");
-  EXPECT_EQ(request.startupId, "");
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 
 #include "platform/FileRequest.h"
 #include "platform/qt/AskForFile.h"
+#include "platform/qt/Places.h"
 #include "support/AsOrdinaryUser.h"
 #include "support/Environment.h"
 #include "support/TemporaryFolder.h"
@@ -76,12 +77,12 @@ class Screen {
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);
   }
-  void Click(int row, int column = 0, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, Place(row, column));
+  void Click(int row, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, Middle(row));
   }
   void DoubleClick(int row) {
     Click(row);
-    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, Place(row, 0));
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, Middle(row));
   }
   void Type(const std::string& text) {
     name.setFocus();
@@ -99,9 +100,7 @@ class Screen {
   QAbstractButton& open = *dialog.findChild<QDialogButtonBox*>()->buttons().constFirst();
 
  private:
-  QPoint Place(int row, int column) const {
-    return list.visualRect(list.model()->index(row, column)).center();
-  }
+  QPoint Middle(int row) const { return list.visualRect(list.model()->index(row, 0)).center(); }
 };
 
 using Strings = std::vector<std::string>;
@@ -124,11 +123,10 @@ TEST_F(OpenFileDialogTest, ListsFoldersFirstInNaturalOrderAndOnlyWhatCanBeChosen
 }
 
 TEST_F(OpenFileDialogTest, NamesThatLookAlikeGiveTheirOwnBytes) {
-  const std::set<std::string> names = {"\xFF\xFE.indd", "\xFE\xFF.indd", "\xEF\xBF\xBD\n.indd",
-                                       "line\nfeed.indd", "line\u2028feed.indd"};
+  const std::set<std::string> names = {"\xFF\xFE.indd", "\xFE\xFF.indd", "\uFFFD\n.indd"};
   MakeFiles({names.begin(), names.end()});
   std::set<std::string> chosen;
-  for (int row = 0; row < 5; ++row) {
+  for (int row = 0; row < 3; ++row) {
     Screen screen(Request());
     screen.Click(row);
     QTest::mouseClick(&screen.open, Qt::LeftButton);
@@ -137,8 +135,8 @@ TEST_F(OpenFileDialogTest, NamesThatLookAlikeGiveTheirOwnBytes) {
   EXPECT_EQ(chosen, names);
 }
 
-TEST_F(OpenFileDialogTest, FoldersAreEnteredAndLeftByKeysAndByTheMouse) {
-  MakeFiles({"a/x.indd", "\xFF/\x83.indd"});
+TEST_F(OpenFileDialogTest, FoldersAreLeftByKeysAndByTheMouseAndEnteredAgain) {
+  MakeFiles({"a/x.indd", "\xFF/x.indd"});
   Screen screen(AnyIn(Home() / "\xFF"));
   const std::vector<std::function<void()>> ways = {
       [&] { screen.Key(Qt::Key_Backspace); }, [&] { screen.Key(Qt::Key_Up, Qt::AltModifier); },
@@ -150,30 +148,15 @@ TEST_F(OpenFileDialogTest, FoldersAreEnteredAndLeftByKeysAndByTheMouse) {
     screen.Key(Qt::Key_Return);
     EXPECT_EQ(screen.dialog.Folder(), Home() / "\xFF");
   }
-  screen.Key(Qt::Key_Backspace);
-  screen.DoubleClick(1);
-  screen.DoubleClick(0);
-  EXPECT_EQ(screen.dialog.ChosenPath(), (Home() / "\xFF/\x83.indd").native());
 }
 
 TEST_F(OpenFileDialogTest, KeysStartBeforeTheFirstRowWhenNoneIsSelected) {
-  MakeFiles({"alpha.indd", "beta.indd", "gamma.indd"});
-  const std::pair<Qt::Key, std::string> rows[] = {
-      {Qt::Key_A, "alpha.indd"}, {Qt::Key_Down, "alpha.indd"}, {Qt::Key_End, "gamma.indd"}};
-  for (const auto& [key, selected] : rows) {
+  MakeFiles({"alpha.indd", "beta.indd"});
+  for (const auto key : {Qt::Key_A, Qt::Key_Down}) {
     Screen screen(Request());
     screen.Key(key);
-    EXPECT_EQ(screen.Selected(), selected);
-    screen.Type(".");
-    screen.Key(Qt::Key_Return);
-    screen.list.setFocus();
-    screen.Key(key);
-    EXPECT_EQ(screen.Selected(), selected) << "after the folder was entered anew";
+    EXPECT_EQ(screen.Selected(), "alpha.indd");
   }
-  Screen screen(Request());
-  screen.Click(0, 2);
-  screen.Key(Qt::Key_B);
-  EXPECT_EQ(screen.Selected(), "beta.indd") << "names are searched whichever column was clicked";
 }
 
 TEST_F(OpenFileDialogTest, OpenTakesTheSelectionOrTheNameThatWasTypedSince) {
@@ -186,7 +169,7 @@ TEST_F(OpenFileDialogTest, OpenTakesTheSelectionOrTheNameThatWasTypedSince) {
   EXPECT_FALSE(screen.open.isEnabled());
   screen.Click(0);
   EXPECT_TRUE(screen.open.isEnabled());
-  screen.Click(0, 0, Qt::ControlModifier);
+  screen.Click(0, Qt::ControlModifier);
   EXPECT_FALSE(screen.open.isEnabled()) << "the drawn name must not stay behind as a typed one";
   screen.Click(0);
   screen.Type("2");
@@ -195,10 +178,9 @@ TEST_F(OpenFileDialogTest, OpenTakesTheSelectionOrTheNameThatWasTypedSince) {
 }
 
 TEST_F(OpenFileDialogTest, WhatCannotBeOpenedIsSaidAndTheDialogStays) {
-  MakeFiles({"x.indd", "gone/x.indd"});
+  MakeFiles({"x.indd"});
   fs::create_symlink("loop", Home() / "loop");
   const std::pair<std::string, std::string> rows[] = {
-      {"x.indd/y", "は見つかりません"},
       {"%1", "「%1」は見つかりません"},
       {"/dev/null", "「/dev/null」は通常のファイルではないため開けません"},
       {"loop", "「loop」を開けません: " +
@@ -209,21 +191,11 @@ TEST_F(OpenFileDialogTest, WhatCannotBeOpenedIsSaidAndTheDialogStays) {
     screen.name.clear();
     screen.Type(typed);
     screen.Key(Qt::Key_Return);
-    EXPECT_NE(screen.Status().find(said), std::string::npos) << screen.Status();
+    EXPECT_EQ(screen.Status(), said);
     screen.Key(Qt::Key_Backspace);
-    EXPECT_EQ(screen.Status(), "2 項目") << "the message goes with the next key";
+    EXPECT_EQ(screen.Status(), "1 項目") << "the message goes with the next key";
     EXPECT_EQ(screen.dialog.Folder(), Home()) << "in this line the key is no way up";
   }
-  screen.name.clear();
-  screen.name.insert(QStringLiteral("x.indd") + QChar(0) + "y");
-  emit screen.name.textEdited(screen.name.text());
-  screen.open.click();
-  EXPECT_EQ(screen.dialog.ChosenPath(), std::nullopt) << "a zero byte cuts no path short";
-
-  fs::remove_all(Home() / "gone");
-  screen.DoubleClick(0);
-  EXPECT_EQ(screen.Status(), "「gone」は見つかりません");
-  EXPECT_EQ(screen.dialog.findChild<QLineEdit*>("path")->text().toStdString(), Home().native());
 }
 
 TEST_F(OpenFileDialogTest, AFolderThatCannotBeReadGivesTheSystemsReasonAndOneStays) {
@@ -252,27 +224,23 @@ void WhenAsked(std::function<void(OpenFileDialog&)> act) {
   });
 }
 
-TEST_F(OpenFileDialogTest, TheFolderOfTheLastChoiceComesUpAgainUnlessItIsGone) {
+TEST_F(OpenFileDialogTest, TheFolderOfTheLastChoiceComesUpAgainAndTheHomeForOneThatIsMissing) {
   MakeFiles({"sub/x.indd"});
-  const auto folderAskedIn = [](const FileRequest& request) {
-    fs::path folder;
-    WhenAsked([&](OpenFileDialog& dialog) {
-      folder = dialog.Folder();
-      dialog.findChild<QDialogButtonBox*>()->buttons().constLast()->click();
-      EXPECT_FALSE(dialog.isVisible());
-      dialog.reject();
-    });
-    EXPECT_FALSE(AskForFile(request, nullptr)) << "it was cancelled";
-    return folder;
-  };
   WhenAsked([](OpenFileDialog& dialog) {
     QTest::keyClicks(dialog.findChild<QLineEdit*>("name"), "sub/x.indd\r");
   });
   EXPECT_EQ(AskForFile({}, nullptr)->NativePath(), (Home() / "sub/x.indd").native());
-  EXPECT_EQ(folderAskedIn({}), Home() / "sub");
-  EXPECT_EQ(folderAskedIn(AnyIn(Home() / "missing")), Home());
-  fs::remove_all(Home() / "sub");
-  EXPECT_EQ(folderAskedIn({}), Home());
+  const std::pair<FileRequest, fs::path> rows[] = {{FileRequest(), Home() / "sub"},
+                                                   {AnyIn(Home() / "missing"), Home()}};
+  for (const auto& row : rows) {
+    WhenAsked([&](OpenFileDialog& dialog) {
+      EXPECT_EQ(dialog.Folder(), row.second);
+      dialog.findChild<QDialogButtonBox*>()->buttons().constLast()->click();
+      EXPECT_FALSE(dialog.isVisible()) << "it is cancelled";
+      dialog.reject();
+    });
+    EXPECT_FALSE(AskForFile(row.first, nullptr));
+  }
 }
 
 TEST_F(OpenFileDialogTest, ABundleIsChosenAsOneItemUnlessOnlyDocumentsAre) {
@@ -287,10 +255,14 @@ TEST_F(OpenFileDialogTest, ABundleIsChosenAsOneItemUnlessOnlyDocumentsAre) {
   EXPECT_EQ(chosen(Request(), 0), std::nullopt);
 }
 
-TEST_F(OpenFileDialogTest, TheEndOfTheParentIsACancel) {
-  auto* parent = new QWidget;
-  WhenAsked([parent](OpenFileDialog&) { delete parent; });
-  EXPECT_FALSE(AskForFile(Request(), parent));
+TEST(TypedPath, CountsFromTheFolderTheHomeOrTheRoot) {
+  const test::Environment home("HOME", "/home/\xFF/");
+  const std::pair<const char*, const char*> rows[] = {
+      {" x ", "/a/b/ x "}, {"../../../..", "/"},
+      {"~", "/home/\xFF"}, {"~/x.indd", "/home/\xFF/x.indd"},
+      {"~x", "/a/b/~x"},
+  };
+  for (const auto& [text, path] : rows) EXPECT_EQ(TypedPath(text, "/a/b"), path) << text;
 }
 
 }  // namespace
