@@ -214,6 +214,10 @@ TEST(MatchesName, TakesAWildcardForOneWholeLabel) {
 
 const String Notice = "Vintrace CS Ver.1.20";
 const String Latest = "最新版を使用しています。";
+const String UpdateRequest =
+    "POST /www/ssl/vcheck.php HTTP/1.0\r\nAccept: */*\r\nAccept-Language: en\r\nHost: HOST\r\n"
+    "Content-type: application/x-www-form-urlencoded\r\nContent-length: 32\r\n\r\n"
+    "app%5Fid=3&ver=120&regi=Vintrace";
 const String Failed = "通信に障害があり、確認できませんでした。";
 
 /// A scripted desktop with a real network.
@@ -255,13 +259,9 @@ TEST_F(ConnectionTest, AnUpdateCheckSendsTheseBytesAndTellsWhatTheReplyMeans) {
     for (int exchange = 0; exchange < 3; ++exchange) server.Expect({.pieces = pieces});
     const String service = "localhost:" + Str(server.Port());
     ExpectAnswer(service, answer);
-    const auto request = [&](const String& name, const String& field) {
-      return "POST /www/ssl/" + name + " HTTP/1.0\r\nAccept: */*\r\nAccept-Language: en\r\n" +
-             "Host: " + service + "\r\nContent-type: application/x-www-form-urlencoded\r\n" +
-             "Content-length: 32\r\n\r\napp%5Fid=3&ver=120&regi=" + field;
-    };
-    const String update = request("vcheck.php", "Vintrace");
-    const String report = request("kcheck.php", "Vintrase");
+    const String update = ReplaceAll(UpdateRequest, "HOST", service);
+    const String report =
+        ReplaceAll(ReplaceAll(update, "vcheck", "kcheck"), "=Vintrace", "=Vintrase");
     EXPECT_EQ(server.Requests(), (Lines{update, report, update}));
   }
 }

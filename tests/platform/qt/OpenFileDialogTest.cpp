@@ -265,5 +265,11 @@ TEST(TypedPath, CountsFromTheFolderTheHomeOrTheRoot) {
   for (const auto& [text, path] : rows) EXPECT_EQ(TypedPath(text, "/a/b"), path) << text;
 }
 
+TEST(UsualPlaces, HoldTheRootOnceForAUserWithoutAHome) {
+  const test::Environment home("HOME", "");
+  EXPECT_EQ(UsualPlaces().front().kind, Place::Home);
+  EXPECT_NE(UsualPlaces().back().kind, Place::Root);
+}
+
 }  // namespace
 }  // namespace vintrace::qt
