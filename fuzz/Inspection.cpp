@@ -7,6 +7,7 @@
 
 #include "Require.h"
 #include "support/DocumentBuilder.h"
+#include "support/GeneratedDocument.h"
 #include "support/RecordingReport.h"
 #include "support/ReferenceInspection.h"
 #include "support/TemporaryFolder.h"
@@ -31,7 +32,7 @@ std::string DocumentWith(std::string_view bytes) {
 
 void Run(std::string_view bytes) {
   Compare(DocumentWith(bytes));
-  Compare(test::DocumentOf(bytes));
+  Compare(test::GeneratedDocument(bytes));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "Require.h"
@@ -43,11 +44,13 @@ void Run(std::string_view bytes) {
   const bool blocks = chosen(0);
   const bool tunnel = chosen(1);
   const bool head = chosen(2);
+  const bool knows = chosen(3);
+  const bool peersEnd = chosen(4);
   const bool clear = chosen(5);
   test::ScriptedNetwork network;
   for (const auto& connection : Split(bytes.substr(1), '\xFE')) {
     auto pieces = Split(connection, '\xFF');
-    test::ScriptedNetwork::Peer peer{.ends = chosen(4)};
+    test::ScriptedNetwork::Peer peer{.ends = peersEnd};
     // In a tunnel the first piece answers for the proxy.
     if (tunnel && pieces.size() > 1) {
       peer.replies.push_back({pieces.front()});
@@ -60,7 +63,7 @@ void Run(std::string_view bytes) {
   int ends = 0;
   if (clear) socket.SetSecure(false);
   if (tunnel) socket.HTTPProxyAddress = "proxy";
-  if (chosen(3)) {
+  if (knows) {
     socket.AuthenticationRequired = socket.ProxyAuthenticationRequired =
         [](const String&, const auto&, String& userName, String& password) {
           userName = password = "x";

@@ -19,7 +19,7 @@ bool IsActive(WId window) {
   return OutputOf("xdotool", {"getactivewindow"}).toULongLong() == window;
 }
 
-/// True when the program that has opened its windows is heard.
+/// True when nobody holds the lock of a start, and so the program that started last listens.
 bool NobodyIsStarting() {
   const auto place = ChannelPlace::OfThisDesktop();
   return posix::FileLock(place.folder + '/' + place.name + ".lock").TryLock();

@@ -45,7 +45,7 @@ class UpdateOnDesktop : public ProgramOnDesktop {
     StartWith(documents);
   }
 
-  /// True when the program hears another start, behind what its user has done before.
+  /// True when the program runs and hears another start.
   bool Hears(const QStringList& documents) const {
     return IsTaken(*StartAgain(documents)) && program.state() == QProcess::Running;
   }

@@ -98,10 +98,17 @@ FAILING(ssize_t, send, (int file, const void* from, size_t size, int flags),
 FAILING(ssize_t, recv, (int file, void* into, size_t size, int flags), (file, into, size, flags))
 FAILING(int, poll, (pollfd * files, nfds_t count, int timeout), (files, count, timeout))
 
-FAILING(int, posix_spawnp,
-        (pid_t * process, const char* program, const posix_spawn_file_actions_t* actions,
-         const posix_spawnattr_t* attributes, char* const* arguments, char* const* environment),
-        (process, program, actions, attributes, arguments, environment))
+/// The one that returns its error.
+using Spawn = int(pid_t*, const char*, const posix_spawn_file_actions_t*, const posix_spawnattr_t*,
+                  char* const*, char* const*);
+extern "C" Spawn __real_posix_spawnp;
+extern "C" int __wrap_posix_spawnp(pid_t* process, const char* program,
+                                   const posix_spawn_file_actions_t* actions,
+                                   const posix_spawnattr_t* attributes, char* const* arguments,
+                                   char* const* environment) {
+  if (Fails()) return EAGAIN;
+  return __real_posix_spawnp(process, program, actions, attributes, arguments, environment);
+}
 
 namespace vintrace::test {
 namespace {

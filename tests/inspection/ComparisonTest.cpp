@@ -6,7 +6,7 @@
 #include <random>
 #include <set>
 
-#include "support/DocumentBuilder.h"
+#include "support/GeneratedDocument.h"
 #include "support/RecordingReport.h"
 #include "support/ReferenceInspection.h"
 #include "support/TemporaryFolder.h"
@@ -18,11 +18,11 @@ TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedDocument) {
   constexpr int Documents = 30'000;
   const TemporaryFolder folder;
   std::mt19937 random(20191105);
-  std::string choices(256, '\0');
+  std::string choices(512, '\0');
   std::set<std::string> editions;
   for (int i = 0; i < Documents; ++i) {
     std::ranges::generate(choices, [&] { return static_cast<char>(random()); });
-    const std::string bytes = DocumentOf(choices);
+    const std::string bytes = GeneratedDocument(choices);
     const ReportFields found = Inspect(folder.File("sample.indd", bytes));
     ASSERT_EQ(found, InspectByReference(bytes)) << "document " << i;
     editions.insert(found.editionText);

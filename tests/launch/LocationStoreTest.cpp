@@ -1,6 +1,7 @@
 #include "launch/LocationStore.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "platform/BinaryStream.h"
 #include "platform/Exceptions.h"
@@ -59,6 +60,8 @@ TEST_F(LocationStoreTest, AChangeIsInTheListAndInTheFileEvenWhereTheFileCannotHa
   EXPECT_THROW(AddLocation(folder.Item("missing/VNTR.ini"), store, "/D"), IOException);
   EXPECT_THROW(RemoveLocation(std::nullopt, store, 0), NilObjectException);
   EXPECT_EQ(store, (Lines{"/C", "/A", "/D"}));
+  mkfifo(folder.Item("fifo").NativePath().c_str(), S_IRWXU);
+  EXPECT_THROW(RewriteLocations(folder.Item("fifo"), store), IOException) << "nobody reads it";
 }
 
 }  // namespace

@@ -243,6 +243,14 @@ TEST_F(HTTPSecureSocketTest, ATunnelIsAskedForInTheClearAndEverythingElseGoesThr
   EXPECT_EQ(network.wire, expected);
 }
 
+TEST_F(HTTPSecureSocketTest, AQuestionThatThrowsEndsTheRequest) {
+  network.peers = {Challenging(401, "Basic"), Page};
+  socket->AuthenticationRequired = [](auto&&...) -> bool { throw std::runtime_error("broken"); };
+  EXPECT_THROW(socket->Get(URL, 5), std::runtime_error);
+  EXPECT_FALSE(socket->synchronous || socket->IsConnected() || socket->threadProtection);
+  EXPECT_EQ(socket->Get(URL, 5), "page");
+}
+
 TEST_F(HTTPSecureSocketTest, ASocketMayBePolledUsedOrDestroyedInEachOfItsEvents) {
   enum { Poll, GetAgain, WaitForAnother, Destroy };
   const Peer whole = Staying({OK + "Content-length: 5\r\n\r\nfi", "rst"});

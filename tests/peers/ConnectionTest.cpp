@@ -1,50 +1,25 @@
-// The client on real connections: with a server that keeps to a script, and with that and the proxy
-// that people use; and from the program's start and its menu item to the bytes on the wire.
+// The client on real connections: with a server that keeps to a script, and with nginx and squid.
 
 #include <gtest/gtest.h>
 #include <openssl/ssl.h>
 
-#include <QSslConfiguration>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
 
 #include "online/HTTPSecureSocket.h"
+#include "peers/PeerFixture.h"
 #include "peers/Servers.h"
-#include "peers/TlsServer.h"
 #include "platform/qt/CertificateNames.h"
-#include "platform/qt/QtNetwork.h"
-#include "shell/Startup.h"
-#include "support/Environment.h"
-#include "support/ScriptedHost.h"
-#include "support/TemporaryFolder.h"
 
 namespace vintrace::test {
 namespace {
 
 using online::HTTPSecureSocket;
-using Lines = std::vector<std::string>;
 
 constexpr std::int64_t Patience = 15;  // Seconds; what is awaited comes within one.
 
-const String Headers = "HTTP/1.0 200 OK\r\nContent-Type: text/plain\r\n\r\n";
-
-/// A network whose root authority is trusted.
-class ConnectionTest : public testing::Test {
- protected:
-  ConnectionTest() {
-    static const auto before = QSslConfiguration::defaultConfiguration();
-    auto configuration = before;
-    configuration.addCaCertificates(QString::fromStdString(authority.Root()));
-    QSslConfiguration::setDefaultConfiguration(configuration);
-  }
-
-  const TemporaryFolder folder;
-  const Environment dataHome{"XDG_DATA_HOME", folder.Path().c_str()};
-  const Authority authority{folder.Path(), "Root"};
-  const Certificate valid = authority.Sign("valid");
-  qt::QtNetwork network;
-};
+using ConnectionTest = PeerTest;
 
 TEST_F(ConnectionTest, OnlyNewTLSAndATrustedCertificateForTheHostAreTaken) {
   const Authority stranger(folder.Path(), "Stranger");
@@ -110,10 +85,10 @@ TEST_F(ConnectionTest, HoweverAConnectionEndsItEndsOnceAndWhatCameIsThere) {
 }
 
 TEST_F(ConnectionTest, WhatIsNotThereIsAnErrorOfItsOwn) {
-  TlsServer silent(valid);
-  silent.Expect({.pieces = {Headers}, .pause = std::chrono::seconds(2)});
+  QTcpServer silent;
+  silent.listen(QHostAddress::LocalHost);
   const std::tuple<String, std::int64_t, int> rows[] = {
-      {silent.URL(), 1, HTTPSecureSocket::TimedOut},
+      {"https://127.0.0.1:" + Str(silent.serverPort()) + "/", 1, HTTPSecureSocket::TimedOut},
       {"https://localhost:1/", Patience, 104},
       {"https://localhost:70000/", Patience, 107},
       {"", Patience, 103}};
@@ -210,70 +185,6 @@ TEST(MatchesName, TakesAWildcardForOneWholeLabel) {
         "loc\xC2\xAAlhost localhost"}) {
     EXPECT_FALSE(matches(pair)) << pair;
   }
-}
-
-const String Notice = "Vintrace CS Ver.1.20";
-const String Latest = "最新版を使用しています。";
-const String UpdateRequest =
-    "POST /www/ssl/vcheck.php HTTP/1.0\r\nAccept: */*\r\nAccept-Language: en\r\nHost: HOST\r\n"
-    "Content-type: application/x-www-form-urlencoded\r\nContent-length: 32\r\n\r\n"
-    "app%5Fid=3&ver=120&regi=Vintrace";
-const String Failed = "通信に障害があり、確認できませんでした。";
-
-/// A scripted desktop with a real network.
-class OnlineHost : public ScriptedHost {
- public:
-  vintrace::Network& Network() override { return real_; }
-
- private:
-  qt::QtNetwork real_;
-};
-
-/// Starts the program and chooses the menu item. `answer`: what the user is to be told there;
-/// the notice, which comes at the start too, or a message.
-void ExpectAnswer(const String& service, const String& answer) {
-  const Environment host("VINTRACE_TEST_SERVICE", service.c_str());
-  OnlineHost desktop;
-  _Main();
-  const Lines notices = answer == Notice ? Lines{answer} : Lines{};
-  EXPECT_EQ(desktop.Titles(), notices);
-  EXPECT_EQ(desktop.story.size(), 2 * notices.size()) << "the window, and that it is shown";
-  desktop.story.clear();
-  EXPECT_TRUE(desktop.Choose("upchk"));
-  EXPECT_EQ(desktop.Titles(), notices) << "one notice, however often it is shown";
-  EXPECT_EQ(desktop.story, Lines{answer == Notice ? "window" : "message: " + answer});
-}
-
-TEST_F(ConnectionTest, AnUpdateCheckSendsTheseBytesAndTellsWhatTheReplyMeans) {
-  const std::pair<Lines, String> rows[] = {
-      {{Headers + "true"}, Notice},
-      {{Headers + "f", "a", "l", "se"}, Latest},
-      {{Headers + "true\n"}, Failed},
-      {{Headers}, Failed},
-      {{"HTTP/1.0 404 Not Found\r\n\r\ntrue"}, Notice},
-      {{"HTTP/1.0 302 Found\r\nLocation: /path\r\n\r\nmoved"}, Failed},
-  };
-  for (const auto& [pieces, answer] : rows) {
-    SCOPED_TRACE(pieces.front());
-    TlsServer server(valid);
-    for (int exchange = 0; exchange < 3; ++exchange) server.Expect({.pieces = pieces});
-    const String service = "localhost:" + Str(server.Port());
-    ExpectAnswer(service, answer);
-    const String update = ReplaceAll(UpdateRequest, "HOST", service);
-    const String report =
-        ReplaceAll(ReplaceAll(update, "vcheck", "kcheck"), "=Vintrace", "=Vintrase");
-    EXPECT_EQ(server.Requests(), (Lines{update, report, update}));
-  }
-}
-
-TEST_F(ConnectionTest, WithoutAServiceAnUpdateCheckFailsAndTheProgramGoesOn) {
-  ExpectAnswer("localhost:1", Failed);
-  ExpectAnswer("no-such-host.invalid", Failed);
-  ScriptedHost desktop;
-  _Main();
-  desktop.Choose("upchk");
-  EXPECT_EQ(desktop.story, Lines{"message: " + Failed});
-  EXPECT_EQ(desktop.network.wire, Lines{}) << "a build for a distributor calls nobody";
 }
 
 }  // namespace

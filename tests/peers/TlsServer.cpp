@@ -60,11 +60,12 @@ void TlsServer::Run() {
     const Descriptor connection(accept4(listener_.Number(), nullptr, nullptr, SOCK_CLOEXEC));
     if (!connection) return;
     std::unique_lock lock(mutex_);
-    const Script script = scripts_.empty() ? Script() : scripts_.front();
+    const bool isExpected = !scripts_.empty();
+    const Script script = isExpected ? scripts_.front() : Script();
     lock.unlock();
     Serve(connection.Number(), script);
     lock.lock();
-    if (!scripts_.empty()) scripts_.pop_front();
+    if (isExpected) scripts_.pop_front();
     served_.notify_all();
   }
 }

@@ -12,13 +12,18 @@ namespace {
 
 using AppTest = ScriptedProgram;
 
-TEST_F(AppTest, AStartWaitsFiveSecondsForEachServiceAndAsksNothing) {
+TEST_F(AppTest, AStartWaitsFiveSecondsForEachServiceAndForNoEndlessReply) {
   const Environment service("VINTRACE_TEST_SERVICE", "service.example");
-  host.network.peers = {{.ends = false}, {.ends = false}};
-  _Main();
-  constexpr std::int64_t TenSeconds = 600;
-  EXPECT_GE(host.network.ticks, TenSeconds);
-  EXPECT_LE(host.network.ticks, TenSeconds + 10);
+  const ScriptedNetwork::Peer silent{.ends = false};
+  const ScriptedNetwork::Peer endless{.replies = {{"HTTP/1.0 200 OK\r\n\r\n", String(65'537, 'x')}},
+                                      .ends = false};
+  for (const auto& [peer, ticks] : {std::pair(silent, 600), std::pair(endless, 300)}) {
+    host.network.peers = {peer, silent};
+    host.network.ticks = 0;
+    _Main();
+    EXPECT_GE(host.network.ticks, ticks);
+    EXPECT_LE(host.network.ticks, ticks + 10);
+  }
   EXPECT_EQ(host.story, Lines{});
 }
 

@@ -6,7 +6,6 @@
 #include <filesystem>
 
 #include "platform/BinaryStream.h"
-#include "shell/App.h"
 #include "support/RecordingApplication.h"
 #include "support/ScriptedProgram.h"
 #include "support/WorkingFolder.h"

@@ -6,10 +6,8 @@
 
 namespace vintrace::test {
 
-/// Where the body of a document begins, how long a block of it is, and how far apart blocks begin.
+/// Where the body of a document begins.
 inline constexpr std::size_t BodyStart = 40960;
-inline constexpr std::size_t BlockSize = 6144;
-inline constexpr std::size_t BlockStride = 4096;
 
 /// Makes the bytes of a document from a description of what stands where. Offsets are 0-based; what
 /// is put past the end makes the document longer. A new one is little-endian, with the signature of
@@ -39,9 +37,5 @@ class DocumentBuilder {
   bool bigEndian_ = false;
   std::uint8_t majorVersion_ = 0;
 };
-
-/// A document whose parts lie where something changes, each in its place or nearly. Any bytes can
-/// be the `choices` that tell which, and each two of them decide on one thing.
-std::string DocumentOf(std::string_view choices);
 
 }  // namespace vintrace::test

@@ -85,11 +85,10 @@ class InstanceChannelTest : public testing::Test {
     return start.Join() == 0 && served;
   }
 
-  /// A socket that is connected to the seat.
+  /// A socket that is connected to the seat; none when there is no room for it.
   posix::Descriptor Peer() const {
     posix::Descriptor socket = posix::NewSocket();
-    EXPECT_TRUE(posix::ConnectTo(socket.Number(), Address()));
-    return socket;
+    return posix::ConnectTo(socket.Number(), Address()) ? std::move(socket) : posix::Descriptor();
   }
 
   String SocketPath() const { return place.folder + '/' + place.name; }
@@ -166,7 +165,8 @@ TEST_F(InstanceChannelTest, NeitherOneThatIsStartingNorOneThatHangsUpIsWaitedFor
 
 TEST_F(InstanceChannelTest, AProgramThatHangsIsReplacedInASecondAndTakesNothingLater) {
   std::optional<InstanceSeat> hung = First();
-  place.silence = 400ms;
+  EXPECT_LE(ChannelPlace().silence, 900ms);
+  place.silence = 200ms;
   const posix::Deadline bound(1s);
   const Paths moreThanASocketHolds(1000, String(4096, '/'));
   auto seat = Take(moreThanASocketHolds);
@@ -176,6 +176,15 @@ TEST_F(InstanceChannelTest, AProgramThatHangsIsReplacedInASecondAndTakesNothingL
   hung.reset();
   place.silence = 5s;
   EXPECT_TRUE(Reaches(*seat, {"/b"})) << "the hung one has removed the socket of another";
+}
+
+TEST_F(InstanceChannelTest, AHungProgramWithoutRoomForAnotherStartIsReplacedToo) {
+  const InstanceSeat hung = First();
+  std::vector<posix::Descriptor> peers;
+  do peers.push_back(Peer());
+  while (peers.back());
+  place.silence = 200ms;
+  EXPECT_GE(First().Descriptor(), 0);
 }
 
 // The answer comes at about the moment at which the start gives up.

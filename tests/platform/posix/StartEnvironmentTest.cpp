@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <csignal>
+
 #include "platform/InstanceChannel.h"
+#include "platform/QuitSignals.h"
 #include "platform/posix/RuntimeFolder.h"
 #include "platform/posix/SecureStart.h"
 #include "support/Environment.h"
@@ -29,6 +32,16 @@ TEST(SecureStart, FillsWhatIsClosedOfTheStreamsAndTakesNoSignalForALostReader) {
     });
     EXPECT_EQ(start.Join(), free) << closed.size();
   }
+}
+
+TEST(QuitSignals, ASecondOfTheSameKindEndsTheProcess) {
+  Child program([] {
+    const QuitSignals signals;
+    raise(SIGTERM);
+    raise(SIGTERM);
+    return 0;
+  });
+  EXPECT_EQ(program.Join(), -1);
 }
 
 TEST(RuntimeFolder, IsOneThatIsTheUsersAlone) {
