@@ -56,11 +56,12 @@ TEST_F(StartsOnDesktop, TheSecondBringsTheFirstToTheFrontForTheDesktop) {
 TEST_F(StartsOnDesktop, AHangingFirstIsReplacedAndEachDocumentOpensOnce) {
   StartWith({PathOfDocument("a.indd")});
   ASSERT_NE(WindowNamed("a.indd"), 0U);
+  ASSERT_TRUE(Comes(NobodyIsStarting));
   const auto id = static_cast<pid_t>(program.processId());
   kill(id, SIGSTOP);
   const auto second = StartAgain({PathOfDocument("b.indd")});
   EXPECT_NE(WindowNamed("b.indd"), 0U);
-  EXPECT_TRUE(Comes(NobodyIsStarting));
+  ASSERT_TRUE(Comes(NobodyIsStarting));
   kill(id, SIGCONT);
   EXPECT_TRUE(IsTaken(*StartAgain({PathOfDocument("c.indd")})));
   EXPECT_TRUE(HasWindows({"a.indd", "b.indd", "c.indd"}));
