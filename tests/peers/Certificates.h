@@ -12,7 +12,7 @@ namespace vintrace::test {
 struct CertificateDesign {
   std::string alternativeNames = "DNS:localhost,IP:127.0.0.1";
   std::string usage = "serverAuth";
-  int toDay = 1;  ///< Days from now on which it ends to be valid.
+  int toDay = 1;  ///< How many days from now its validity ends.
   std::string constraints = {};
 };
 

@@ -11,11 +11,12 @@ using UpdateCheckTest = PeerTest;
 
 const String Notice = "Vintrace CS Ver.1.20";
 const String Latest = "最新版を使用しています。";
+const String Failed = "通信に障害があり、確認できませんでした。";
+
 const String UpdateRequest =
     "POST /www/ssl/vcheck.php HTTP/1.0\r\nAccept: */*\r\nAccept-Language: en\r\nHost: HOST\r\n"
     "Content-type: application/x-www-form-urlencoded\r\nContent-length: 32\r\n\r\n"
     "app%5Fid=3&ver=120&regi=Vintrace";
-const String Failed = "通信に障害があり、確認できませんでした。";
 
 /// A scripted desktop with a real network.
 class OnlineHost : public ScriptedHost {

@@ -24,8 +24,8 @@ class ScriptedHost : public Host {
   /// What the clipboard holds.
   String clipboard = "what it held before";
 
-  /// What the program asked for, one line a thing: "message: …", "open dialog: indd (.indd)", with
-  /// a title "open dialog: TITLE", "quit: 0".
+  /// What the program asked for, one line a thing: "window", which is shown, "message: …", "open
+  /// dialog: indd (.indd)", with a title "open dialog: TITLE", "quit: 0".
   std::vector<std::string> story;
 
   void Show(Window& window) override;

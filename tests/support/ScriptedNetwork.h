@@ -30,7 +30,6 @@ class ScriptedNetwork : public Network {
   /// Raised while a client waits, a tick at a time.
   std::function<void()> whileWaiting;
   std::int64_t ticks = 0;
-  int random = 0;
   std::function<String(std::string_view)> md5 = [](std::string_view) { return String(16, '\0'); };
 
   /// Calls what connections have asked for until nothing happens any more.
@@ -40,13 +39,14 @@ class ScriptedNetwork : public Network {
   void WaitUntil(const std::function<bool()>& over) override;
   void DoEvents() override {}
   std::int64_t Ticks() override { return ticks; }
-  int InRange(int least, int most) override { return least + random++ % (most - least + 1); }
+  int InRange(int least, int most) override { return least + random_++ % (most - least + 1); }
   String MD5(std::string_view text) override { return md5(text); }
 
  private:
   class ScriptedConnection;
 
   std::vector<ScriptedConnection*> connections_;
+  int random_ = 0;
 };
 
 }  // namespace vintrace::test

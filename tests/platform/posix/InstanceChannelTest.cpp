@@ -249,6 +249,7 @@ TEST_F(InstanceChannelTest, AnotherUsersStartIsNotHeardNorAnythingToldToAnotherU
   fs::permissions(folder.Path(), fs::perms::all);
   fs::permissions(SocketPath(), fs::perms::all);
   const AsOrdinaryUser user;
+  ASSERT_TRUE(start);
   EXPECT_FALSE(seat.Accept());
   EXPECT_TRUE(RunsOnItsOwn(Take({"/a"})));
   const posix::Descriptor own = posix::AcceptFrom(seat.Descriptor());

@@ -75,7 +75,7 @@ TEST_F(InstanceServiceTest, StartsThatSayNothingGoAfterAWhileAndKeepNobodyOut) {
   loop.exec();
   EXPECT_EQ(start.Join(), 0);
   EXPECT_TRUE(HungUp(silent[0]));
-  EXPECT_GE(time.elapsed(), 350) << "no start is quicker in telling what it wants";
+  EXPECT_GE(time.elapsed(), 350) << "silent ones have been given no time to speak";
 }
 
 }  // namespace

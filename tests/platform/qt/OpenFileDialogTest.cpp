@@ -258,8 +258,11 @@ TEST_F(OpenFileDialogTest, ABundleIsChosenAsOneItemUnlessOnlyDocumentsAre) {
 TEST(TypedPath, CountsFromTheFolderTheHomeOrTheRoot) {
   const test::Environment home("HOME", "/home/\xFF/");
   const std::pair<const char*, const char*> rows[] = {
-      {" x ", "/a/b/ x "}, {"../../../..", "/"},
-      {"~", "/home/\xFF"}, {"~/x.indd", "/home/\xFF/x.indd"},
+      {" x ", "/a/b/ x "},
+      {"../../../..", "/"},
+      {"/c//d/.", "/c/d"},
+      {"~", "/home/\xFF"},
+      {"~/x.indd", "/home/\xFF/x.indd"},
       {"~x", "/a/b/~x"},
   };
   for (const auto& [text, path] : rows) EXPECT_EQ(TypedPath(text, "/a/b"), path) << text;
