@@ -11,17 +11,17 @@
 #include <stdexcept>
 #include <vector>
 
-#include "online/HTTPSecureSocket.h"
+#include "online/http/HTTPSecureSocket.h"
 #include "peers/Servers.h"
 #include "peers/TlsServer.h"
-#include "platform/qt/QtNetwork.h"
+#include "platform/net/qt/QtNetwork.h"
 #include "support/TemporaryFolder.h"
 
 namespace vintrace::bench {
 namespace {
 
 using Seconds = std::chrono::duration<double>;
-using online::HTTPSecureSocket;
+using http::HTTPSecureSocket;
 
 constexpr std::int64_t Patience = 60;
 

@@ -23,10 +23,10 @@
 #include <memory>
 #include <vector>
 
-#include "platform/Desktop.h"
-#include "platform/qt/ContentWidget.h"
-#include "platform/qt/QtHost.h"
-#include "platform/qt/WindowWidget.h"
+#include "platform/ui/Desktop.h"
+#include "platform/ui/qt/ContentWidget.h"
+#include "platform/ui/qt/QtHost.h"
+#include "platform/ui/qt/WindowWidget.h"
 #include "shell/App.h"
 #include "shell/Startup.h"
 #include "support/DocumentBuilder.h"

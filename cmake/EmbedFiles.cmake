@@ -13,7 +13,7 @@ foreach(file IN LISTS FILES)
   math(EXPR index "${index} + 1")
 endforeach()
 
-file(WRITE ${OUTPUT} "#include \"platform/AppResources.h\"
+file(WRITE ${OUTPUT} "#include \"platform/ui/AppResources.h\"
 
 #include <array>
 

@@ -1,12 +1,14 @@
-# The publisher's addresses. The defaults stand under the reserved domain .example, which resolves
-# nowhere: a build that nobody configured leads to nobody's site and reaches nobody.
+# The publisher's addresses. The defaults are hosts under the reserved domain .example, which resolve
+# nowhere, so that an unconfigured build calls nobody.
 
 set(VINTRACE_SERVICE_HOST "service.vt.example" CACHE STRING
-    "Host that is asked over HTTPS for a newer release and told of each start, with :PORT if it isn't 443; empty to call nobody")
+    "Host of the update check and the launch report, over HTTPS, with :PORT if it isn't 443; empty for neither")
 set(VINTRACE_SITE_HOST "vt.example" CACHE STRING
     "Host of the program's web site, whose root the links of the windows open")
 set(VINTRACE_MAIL_ADDRESS "info@vt.example" CACHE STRING
     "Mail address of the publisher, which the about window shows")
+set(VINTRACE_BUS_NAME "example.vt.Vintrace" CACHE STRING
+    "Name on the session bus by which later starts find the running program")
 
 set(host "[A-Za-z0-9]([A-Za-z0-9.-]*[A-Za-z0-9])?")
 if(NOT VINTRACE_SERVICE_HOST MATCHES "^(${host}(:[0-9]+)?)?$")
@@ -17,4 +19,7 @@ if(NOT VINTRACE_SITE_HOST MATCHES "^${host}(:[0-9]+)?$")
 endif()
 if(NOT VINTRACE_MAIL_ADDRESS MATCHES "^[A-Za-z0-9._+-]+@${host}$")
   message(FATAL_ERROR "VINTRACE_MAIL_ADDRESS is no mail address: '${VINTRACE_MAIL_ADDRESS}'")
+endif()
+if(NOT VINTRACE_BUS_NAME MATCHES "^[A-Za-z_-][A-Za-z0-9_-]*(\\.[A-Za-z_-][A-Za-z0-9_-]*)+$")
+  message(FATAL_ERROR "VINTRACE_BUS_NAME is no bus name: '${VINTRACE_BUS_NAME}'")
 endif()

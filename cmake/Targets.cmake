@@ -1,4 +1,4 @@
-# What every target of the project shares: the warnings, the sanitizers and the include root.
+# Settings of every target of the project: warnings, sanitizers and the include root.
 
 add_library(vintrace_common INTERFACE)
 target_include_directories(vintrace_common INTERFACE ${PROJECT_SOURCE_DIR}/src)
@@ -24,9 +24,23 @@ function(vintrace_library name)
   target_link_libraries(${name} PUBLIC vintrace_common ${arg_LINKS})
 endfunction()
 
+# vintrace_backend(NAME SOURCES file… LINKS target…): a folder that implements headers of its parent
+# with the system or the toolkit. Only executables link it, so that no two targets link each other.
+function(vintrace_backend name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_library(${name} OBJECT ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC vintrace_common ${arg_LINKS})
+endfunction()
+
 # vintrace_executable(NAME SOURCES file… [LINKS target…])
 function(vintrace_executable name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE vintrace_common ${arg_LINKS})
 endfunction()
+
+# The backends of the program, which the tests of the whole program link too.
+set(VINTRACE_BACKENDS vintrace_files_posix vintrace_process_posix vintrace_network vintrace_ui_qt)
+if(NOT CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  list(APPEND VINTRACE_BACKENDS vintrace_net_qt)
+endif()

@@ -6,13 +6,13 @@
 #include <string_view>
 
 #include "Require.h"
-#include "online/Authentication.h"
+#include "online/http/Authentication.h"
 
 namespace vintrace::fuzz {
 namespace {
 
 void Run(std::string_view text) {
-  const auto challenge = online::ParseChallenge(text);
+  const auto challenge = http::ParseChallenge(text);
   Require(text.starts_with(challenge.scheme));
   Require(challenge.scheme.find(' ') == String::npos);
   const auto commas = std::ranges::count(text, ',');
@@ -22,10 +22,10 @@ void Run(std::string_view text) {
     Require(text.find(value) != std::string_view::npos);
   }
   const String answer =
-      online::DigestAnswer(text, text, challenge.parameters,
-                           {.uses = 1, .clientNonce = "c", .hash = [](std::string_view each) {
-                              return String(each.substr(0, 16));
-                            }});
+      http::DigestAnswer(text, text, challenge.parameters,
+                         {.uses = 1, .clientNonce = "c", .hash = [](std::string_view each) {
+                            return String(each.substr(0, 16));
+                          }});
   Require(answer.starts_with("Digest username=\""));
 }
 

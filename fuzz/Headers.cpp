@@ -6,12 +6,12 @@
 #include <string_view>
 
 #include "Require.h"
-#include "online/InternetHeaders.h"
+#include "online/http/InternetHeaders.h"
 
 namespace vintrace::fuzz {
 namespace {
 
-using online::InternetHeaders;
+using http::InternetHeaders;
 
 /// Each value is formatted as one line.
 void RequireWhole(const InternetHeaders& headers) {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Require.h"
-#include "online/HTTPSecureSocket.h"
+#include "online/http/HTTPSecureSocket.h"
 #include "support/ScriptedNetwork.h"
 
 namespace vintrace::fuzz {
@@ -59,7 +59,7 @@ void Run(std::string_view bytes) {
     peer.replies.push_back(std::move(pieces));
     network.peers.push_back(std::move(peer));
   }
-  online::HTTPSecureSocket socket(network);
+  http::HTTPSecureSocket socket(network);
   int ends = 0;
   if (clear) socket.SetSecure(false);
   if (tunnel) socket.HTTPProxyAddress = "proxy";

@@ -1,55 +1,55 @@
 #!/usr/bin/env bash
 # Checks that includes run one way, as docs/architecture.md says: scripts/check-includes.sh
-# Prints each include that runs back or leaves its layer, and then exits with 1.
+# Prints each include that its room may not use, and then exits with 1.
 set -euo pipefail
 unset CDPATH
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+cd "$(dirname "${BASH_SOURCE[0]}")/../src"
 
-# The folders whose headers each folder may include, besides its own.
+# The rooms whose headers each room may include besides its own. A backend, in posix/ or qt/, may
+# also include the headers of its parent. "text" stands for platform/text, and so on.
 declare -A allowed=(
-  [platform]=""
-  [platform/posix]="platform"
-  [platform/qt]="platform"
-  [platform/linux]="platform platform/posix"
-  [resources]="platform"
-  [inspection]="resources platform"
-  [launch]="resources platform"
-  [online]="resources platform"
-  [shell]="inspection launch online resources platform"
-  [inspect]="inspection resources platform"
-  [.]="shell resources platform platform/posix platform/qt"
+  [text]=""
+  [files]="text"
+  [files/posix]="text"
+  [process]="text files"
+  [process/posix]="text files files/posix"
+  [net]="text files"
+  [net/posix]="text"
+  [net/qt]="text process"
+  [ui]="text files"
+  [ui/qt]="text files process net"
+  [resources]="text ui"
+  [inspection]="text files"
+  [launch]="text files process ui"
+  [online/http]="text files net"
+  [online]="text ui online/http resources"
+  [shell]="text files ui inspection launch online resources"
+  [commands/inspect]="text files inspection"
+  [commands/open]="text files files/posix process/posix"
+  [main.cpp]="process/posix net/qt ui/qt resources shell"
 )
-
-# folder_of PATH: the layer of a file below src/.
-folder_of() {
-  case $1 in
-    platform/*/*) echo "${1%/*}" ;;
-    */*) echo "${1%%/*}" ;;
-    *) echo . ;;
-  esac
-}
 
 status=0
 refuse() {
-  echo "$1 includes $2: $3"
+  echo "src/$1 includes $2: $3"
   status=1
 }
 
-while IFS=: read -r file _ include; do
-  path=${file#src/}
-  from=$(folder_of "$path")
-  name=$(sed -E 's/^ *# *include *["<]([^">]*)[">].*/\1/' <<<"$include")
-  case $include in
-    *\"*)
-      to=$(folder_of "$name")
-      [[ " $from ${allowed[$from]-} " == *" $to "* ]] || refuse "$file" "$name" "the layer is not below"
-      ;;
-    *'<xcb/'*) [ "$from" = platform/qt ] || refuse "$file" "$name" "X11 belongs to src/platform/qt" ;;
-    *'<Q'*) [ "$from" = platform/qt ] || refuse "$file" "$name" "Qt belongs to src/platform/qt" ;;
-    *'<'*/*'>' | *.h'>')
-      [[ $from == platform/posix || $from == platform/linux ]] ||
-        refuse "$file" "$name" "system headers belong to src/platform/posix and src/platform/linux"
-      ;;
-  esac
-done < <(grep -rnE '^ *# *include' src --include='*.cpp' --include='*.h' --include='*.in')
+pattern='^([^:]*):[0-9]*: *# *include *(["<])([^">]*)[">]'
+while read -r line; do
+  [[ $line =~ $pattern ]] || continue
+  file=${BASH_REMATCH[1]#./} form=${BASH_REMATCH[2]} name=${BASH_REMATCH[3]}
+  room=${file%/*} target=${name%/*}
+  room=${room#platform/} target=${target#platform/}
+  if [[ $form == '"' ]]; then
+    [[ " $room ${allowed[$room]-} " == *" $target "* ]] ||
+      [[ $room == */* && $target == "${room%/*}" && $room == */@(posix|qt) ]] ||
+      refuse "$file" "$name" "its room may not"
+  elif [[ $name == Q* || $name == xcb/* ]]; then
+    [[ $room == */qt ]] || refuse "$file" "$name" "the toolkit belongs in folders called qt"
+  elif [[ $name == *.h ]]; then
+    [[ $room == */posix || $room == commands/open ]] ||
+      refuse "$file" "$name" "the system belongs in folders called posix"
+  fi
+done < <(grep -rnE '^ *# *include' . --include='*.cpp' --include='*.h' --include='*.in')
 exit $status

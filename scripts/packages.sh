@@ -3,8 +3,8 @@
 
 # What the programs need to be built and run, what the tests need beyond it, and what only the
 # benchmarks, the checks of the package and those of the code itself need.
-BUILD_PACKAGES=(cmake g++ libexpat1-dev libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
-TEST_PACKAGES=(libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
+BUILD_PACKAGES=(cmake g++ libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
+TEST_PACKAGES=(dbus-daemon libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
 BENCH_PACKAGES=(curl libbenchmark-dev libssl-dev nginx-light strace time xvfb)
 FUZZ_PACKAGES=(clang libclang-rt-dev)
 PACKAGE_PACKAGES=(appstream desktop-file-utils dpkg-dev libfile-mimeinfo-perl libglib2.0-bin lintian openbox shared-mime-info x11-utils xdg-utils xdotool xvfb)

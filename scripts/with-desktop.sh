@@ -33,6 +33,6 @@ for _ in $(seq 200); do
 done
 managed || { echo "${0##*/}: openbox doesn't come up" >&2; exit 1; }
 
-"$@" <&0 &
+dbus-run-session -- "$@" <&0 &
 command=$!
 wait "$command"

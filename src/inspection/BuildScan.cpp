@@ -4,7 +4,7 @@
 
 #include "inspection/ByteString.h"
 #include "inspection/ReleaseTable.h"
-#include "platform/BinaryStream.h"
+#include "platform/files/BinaryStream.h"
 
 namespace vintrace::inspection {
 namespace {
@@ -36,11 +36,11 @@ bool Holds(std::string_view block, std::string_view needle) { return InStrB(0, b
 /// file.
 template <class Predicate>
 String FinalBlock(const FolderItem& item, Predicate satisfies) {
-  BinaryStream stream = BinaryStream::Open(item);
+  BinaryStream stream = BinaryStream::Open(item, false);
   for (std::uint64_t offset = FirstBlockOffset;; offset += BlockStride) {
     stream.SetPosition(offset);
-    String block = stream.Read(BlockSize);
-    if (satisfies(block) || stream.AtEOF()) return block;
+    String block = stream.Read(BlockSize, nullptr);
+    if (satisfies(block) || stream.EndOfFile()) return block;
   }
 }
 

@@ -5,8 +5,8 @@
 
 #include "inspection/HeaderBlock.h"
 #include "inspection/InspectionReport.h"
-#include "platform/FolderItem.h"
-#include "platform/String.h"
+#include "platform/files/FolderItem.h"
+#include "platform/text/String.h"
 
 namespace vintrace::inspection {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/String.h"
+#include "platform/text/String.h"
 
 /// Operations on strings of bytes. They count, cut and compare bytes, 0x00 included, and know no
 /// encoding. Positions are 1-based. None of them changes its arguments or raises. A result that is

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "inspection/BuildScan.h"
-#include "platform/String.h"
+#include "platform/text/String.h"
 
 namespace vintrace::inspection {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/String.h"
+#include "platform/text/String.h"
 
 namespace vintrace::inspection {
 

@@ -2,9 +2,8 @@
 
 #include <string_view>
 
-#include "platform/FolderItem.h"
-#include "platform/String.h"
-#include "resources/Pictures.h"
+#include "platform/files/FolderItem.h"
+#include "platform/text/String.h"
 
 namespace vintrace::inspection {
 
@@ -24,9 +23,9 @@ class InspectionReport {
   virtual void SetDocument(const FolderItem& document) = 0;
   virtual void SetDocumentName(const String& name) = 0;
   virtual void SetProductText(const String& text) = 0;
-  /// The picture comes as its accessor, so that a report without pictures opens none. What opening
-  /// it raises passes through.
-  virtual void SetPicture(PictureAccessor picture) = 0;
+  /// `name`: the picture's name among the program's pictures, such as "cs6". Raises what opening it
+  /// raises.
+  virtual void SetPicture(std::string_view name) = 0;
   virtual void SetBuildText(const String& text) = 0;
   /// The build text as the report holds it.
   virtual String BuildText() const = 0;

@@ -9,21 +9,21 @@ namespace vintrace::inspection {
 namespace {
 
 constexpr std::array<VersionRow, 12> Releases{{
-    {3, "Adobe InDesign CS", pictures::cs, "3."},
-    {4, "Adobe InDesign CS2", pictures::cs2, "4."},
-    {5, "Adobe InDesign CS3", pictures::cs3, "5."},
-    {6, "Adobe InDesign CS4", pictures::cs4, "6."},
-    {7, "Adobe InDesign CS5", pictures::cs5, "7."},
-    {8, "Adobe InDesign CS6", pictures::cs6, "8."},
-    {9, "Adobe InDesign CC", pictures::cc, "9."},
-    {10, "Adobe InDesign CC 2014", pictures::cc2014, "10."},
-    {11, "Adobe InDesign CC 2015", pictures::cc2015, "11."},
-    {12, "Adobe InDesign CC 2017", pictures::cc2017, "12."},
-    {13, "Adobe InDesign CC 2018", pictures::cc2018, "13."},
-    {14, "Adobe InDesign CC 2019", pictures::cc2019, "14."},
+    {3, "Adobe InDesign CS", "cs", "3."},
+    {4, "Adobe InDesign CS2", "cs2", "4."},
+    {5, "Adobe InDesign CS3", "cs3", "5."},
+    {6, "Adobe InDesign CS4", "cs4", "6."},
+    {7, "Adobe InDesign CS5", "cs5", "7."},
+    {8, "Adobe InDesign CS6", "cs6", "8."},
+    {9, "Adobe InDesign CC", "cc", "9."},
+    {10, "Adobe InDesign CC 2014", "cc2014", "10."},
+    {11, "Adobe InDesign CC 2015", "cc2015", "11."},
+    {12, "Adobe InDesign CC 2017", "cc2017", "12."},
+    {13, "Adobe InDesign CC 2018", "cc2018", "13."},
+    {14, "Adobe InDesign CC 2019", "cc2019", "14."},
 }};
 
-constexpr VersionRow CS55{7, "Adobe InDesign CS5.5", pictures::cs55, "7."};
+constexpr VersionRow CS55{7, "Adobe InDesign CS5.5", "cs55", "7."};
 
 constexpr std::uint8_t MinorVersionOfCS55 = 5;
 

@@ -3,8 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/String.h"
-#include "resources/Pictures.h"
+#include "platform/text/String.h"
 
 namespace vintrace::inspection {
 
@@ -12,7 +11,7 @@ namespace vintrace::inspection {
 struct VersionRow {
   std::uint8_t versionByte;      ///< The document's major version.
   std::string_view productText;  ///< The release's name; applications are looked up by it.
-  PictureAccessor picture;
+  std::string_view picture;      ///< The name of the release's picture.
   std::string_view buildPrefix;  ///< The major version in decimal and a point.
 };
 

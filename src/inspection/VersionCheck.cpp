@@ -5,17 +5,17 @@
 #include "inspection/Edition.h"
 #include "inspection/HeaderBlock.h"
 #include "inspection/ReleaseTable.h"
-#include "platform/BinaryStream.h"
+#include "platform/files/BinaryStream.h"
 
 namespace vintrace::inspection {
 namespace {
 
 HeaderBlock ReadHeader(const FolderItem& item) {
-  return HeaderBlock(BinaryStream::Open(item).Read(HeaderBlock::Size));
+  return HeaderBlock(BinaryStream::Open(item, false).Read(HeaderBlock::Size, nullptr));
 }
 
 void ReportOutOfTable(const HeaderBlock& header, InspectionReport& report) {
-  report.SetPicture(pictures::und);
+  report.SetPicture("und");
   report.SetProductText(OutOfTableText(Asc(header.VersionByte())));
   report.SetEditionText("");
   report.SetOpenable(false);
@@ -33,7 +33,7 @@ void ReportRelease(const FolderItem& item, DocumentByteOrder order, const Versio
 
 }  // namespace
 
-bool IsDocumentName(std::string_view name) { return TextEquals(RightB(name, 5), ".indd"); }
+bool IsDocumentName(std::string_view name) { return TextEndsWith(name, ".indd"); }
 
 void VersionCheck(const FolderItem& item, InspectionReport& report) {
   report.SetDocumentName(item.Name());

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "inspection/InspectionReport.h"
-#include "platform/FolderItem.h"
+#include "platform/files/FolderItem.h"
 
 namespace vintrace::inspection {
 

@@ -5,39 +5,30 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/FolderItem.h"
-#include "platform/String.h"
+#include "platform/files/FolderItem.h"
+#include "platform/text/String.h"
 
-/// The store of application locations: a text file of lines, each the path of one application in
-/// shell form, oldest first, and their copy in memory. Nothing in a line names a release, and no
-/// line is checked: a blank one, a second one of the same path or one that is no path stays where
-/// it is.
+/// The store of application locations: a text file, and its lines in memory. Each line is the path
+/// of one application in shell form, oldest first. Lines name no release and are not checked: blank
+/// lines, duplicates and lines that are no path stay where they are.
 namespace vintrace::launch {
 
-/// The file's name in the user's folder of application data.
+/// The file's name in the user's folder for application data.
 inline constexpr std::string_view SettingsFileName = "VNTR.ini";
 
-/// The lines of `file` in its order; an empty file has one empty line. A file that isn't there is
-/// made empty, and has none. Raises `IOException`, whose reason names the file, when that can't be
-/// read or made.
+/// The lines of `file`, in order; an empty file has one empty line. A missing file is created empty
+/// and has none. Raises `IOException` if the file can't be read or created.
 std::vector<String> LoadLocations(const FolderItem& file);
 
-/// The index of the first of `locations` whose path, folders included, has `product` in it, a text
-/// that isn't empty. ASCII case doesn't count, nor where a word ends: "Adobe InDesign CS5" is also
-/// in the path of CS5.5. Nil when there is none.
+/// The index of the first location whose path, folders included, contains `product`; nil if there
+/// is none. Ignores ASCII case and the ends of words: a path of CS5.5 contains "Adobe InDesign
+/// CS5". `product` must not be empty.
 std::optional<std::int64_t> FindLocation(const std::vector<String>& locations,
                                          std::string_view product);
 
-/// Puts `location` at the end, and rewrites `file`.
-void AddLocation(const std::optional<FolderItem>& file, std::vector<String>& locations,
-                 const String& location);
-/// Takes out the element `index`, which there is, and rewrites `file`.
-void RemoveLocation(const std::optional<FolderItem>& file, std::vector<String>& locations,
-                    std::int64_t index);
-
-/// Replaces the whole of `file` by `locations`, each with a line end. Raises `NilObjectException`
-/// for a nil file, and `IOException` when it can't be written; the file may then hold anything up
-/// to what it was to hold, and `locations` keeps the change that led here.
+/// Replaces the contents of `file` by `locations`, each with a line end. Raises
+/// `NilObjectException` for a nil file, and `IOException` if it can't be written; a part of
+/// `locations` may be in the file then.
 void RewriteLocations(const std::optional<FolderItem>& file, const std::vector<String>& locations);
 
 }  // namespace vintrace::launch

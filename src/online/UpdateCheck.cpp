@@ -1,8 +1,8 @@
 #include "online/UpdateCheck.h"
 
-#include "online/HTTPSecureSocket.h"
-#include "platform/Exceptions.h"
-#include "platform/Host.h"
+#include "online/http/HTTPSecureSocket.h"
+#include "platform/text/Exceptions.h"
+#include "platform/ui/Host.h"
 #include "resources/Endpoints.h"
 
 namespace vintrace::online {
@@ -28,11 +28,11 @@ String PostToService(std::string_view path, const String& app_id, const String& 
   if (endpoints::ServiceHost().empty()) return {};
   Network* network = NetworkIfAny();
   if (network == nullptr) return {};
-  HTTPSecureSocket socket(*network);
+  http::HTTPSecureSocket socket(*network);
   socket.SetSecure(true);
   socket.ConnectionType = AnyTLS;
   socket.LongestPage = LongestReply;
-  HTTPSecureSocket::Form form;
+  http::HTTPSecureSocket::Form form;
   form.Set("app_id", app_id);
   form.Set("ver", ver);
   form.Set("regi", regi);

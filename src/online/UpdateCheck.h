@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/String.h"
+#include "platform/text/String.h"
 
 namespace vintrace::online {
 

@@ -1,7 +1,7 @@
 #include "online/UpdateWin.h"
 
-#include "platform/Desktop.h"
-#include "platform/Host.h"
+#include "platform/ui/Desktop.h"
+#include "platform/ui/Host.h"
 #include "resources/Endpoints.h"
 #include "resources/Pictures.h"
 

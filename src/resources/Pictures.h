@@ -1,41 +1,40 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
-#include "platform/Picture.h"
+#include "platform/ui/Picture.h"
 
-namespace vintrace {
-
-/// Gives a picture of the application. It is opened at the first call and shared from then on, for
-/// the life of the process. An `IOException` of the opening passes through, and the next call tries
+/// The program's sixteen pictures. Each is opened when it is first needed, and shared for the life
+/// of the process. All raise `IOException` if the picture can't be opened; the next call tries
 /// again.
-using PictureAccessor = std::shared_ptr<const Picture> (*)();
+namespace vintrace::pictures {
 
-namespace pictures {
+/// The picture of that name, such as "cs6".
+std::shared_ptr<const Picture> Named(std::string_view name);
 
-/// The releases, 48 by 48 pixels.
-std::shared_ptr<const Picture> cs();
-std::shared_ptr<const Picture> cs2();
-std::shared_ptr<const Picture> cs3();
-std::shared_ptr<const Picture> cs4();
-std::shared_ptr<const Picture> cs5();
-std::shared_ptr<const Picture> cs55();
-std::shared_ptr<const Picture> cs6();
-std::shared_ptr<const Picture> cc();
-std::shared_ptr<const Picture> cc2014();
-std::shared_ptr<const Picture> cc2015();
-std::shared_ptr<const Picture> cc2017();
-std::shared_ptr<const Picture> cc2018();
-std::shared_ptr<const Picture> cc2019();
+// The releases, 48 by 48 pixels.
+inline auto cs() { return Named("cs"); }
+inline auto cs2() { return Named("cs2"); }
+inline auto cs3() { return Named("cs3"); }
+inline auto cs4() { return Named("cs4"); }
+inline auto cs5() { return Named("cs5"); }
+inline auto cs55() { return Named("cs55"); }
+inline auto cs6() { return Named("cs6"); }
+inline auto cc() { return Named("cc"); }
+inline auto cc2014() { return Named("cc2014"); }
+inline auto cc2015() { return Named("cc2015"); }
+inline auto cc2017() { return Named("cc2017"); }
+inline auto cc2018() { return Named("cc2018"); }
+inline auto cc2019() { return Named("cc2019"); }
 
 /// A release outside the table, 48 by 48 pixels.
-std::shared_ptr<const Picture> und();
+inline auto und() { return Named("und"); }
 
-/// The ground of the about window, 460 by 300 pixels.
-std::shared_ptr<const Picture> splash();
+/// The background of the about window, 460 by 300 pixels.
+inline auto splash() { return Named("splash"); }
 
-/// The program itself, 48 by 48 pixels.
-std::shared_ptr<const Picture> icon48();
+/// The program's icon, 48 by 48 pixels.
+inline auto icon48() { return Named("icon48"); }
 
-}  // namespace pictures
-}  // namespace vintrace
+}  // namespace vintrace::pictures

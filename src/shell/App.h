@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/Application.h"
+#include "platform/ui/Application.h"
 
 namespace vintrace {
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/Desktop.h"
-#include "platform/Exceptions.h"
+#include "platform/text/Exceptions.h"
+#include "platform/ui/Desktop.h"
 #include "shell/Window1.h"
 
 namespace vintrace {

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/TextConverter.h"
+#include "platform/text/TextConverter.h"
 
 namespace vintrace {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/Exceptions.h"
+#include "platform/text/Exceptions.h"
 #include "shell/App.h"
 
 namespace vintrace {

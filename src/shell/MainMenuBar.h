@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/Menu.h"
+#include "platform/ui/Menu.h"
 
 namespace vintrace {
 

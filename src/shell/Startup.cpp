@@ -4,15 +4,17 @@
 #include <memory>
 #include <utility>
 
-#include "platform/ExceptionHandling.h"
-#include "platform/Host.h"
-#include "resources/FileTypes1.h"
+#include "platform/text/Exceptions.h"
+#include "platform/ui/ExceptionHandling.h"
+#include "platform/ui/Host.h"
 #include "shell/App.h"
+#include "shell/FileTypes1.h"
 #include "shell/MainMenuBar.h"
 
 namespace vintrace {
 
 void _Main() {
+  _RuntimeSetExceptionHelper(_CallFunctionWithExceptionHandling);
   try {
     _EarlyStartup();
     _LateStartup();

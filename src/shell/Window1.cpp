@@ -4,9 +4,11 @@
 
 #include "launch/LocationStore.h"
 #include "launch/OpenApp.h"
-#include "platform/Clipboard.h"
-#include "platform/Desktop.h"
+#include "launch/RegistApp.h"
+#include "platform/ui/Clipboard.h"
+#include "platform/ui/Desktop.h"
 #include "resources/Endpoints.h"
+#include "resources/Pictures.h"
 #include "shell/App.h"
 #include "shell/InformationCopy.h"
 #include "shell/MainMenuBar.h"
@@ -183,18 +185,16 @@ bool Window1::_closewin_Action() {
 bool Window1::OpenApp(const String& path) { return launch::OpenApp(path, inddDoc); }
 
 bool Window1::RegistApp() {
-  const auto application = launch::AskForApplication(StaticText2().Text());
-  if (!application) return false;
-  shp = application->ShellPath();
   App& app = App::Instance();
-  launch::AddLocation(app.myf, app.apploc, shp);
-  return true;
+  return launch::RegistApp(StaticText2().Text(), app.myf, app.apploc, shp);
 }
 
 void Window1::DeleteApp(std::int64_t index) {
   App& app = App::Instance();
-  launch::RemoveLocation(app.myf, app.apploc, index);
+  launch::DeleteApp(app.myf, app.apploc, index);
 }
+
+void Window1::SetPicture(std::string_view name) { Canvas1().SetBackdrop(pictures::Named(name)); }
 
 void Window1::SetDocumentName(const String& name) {
   SetTitle(name);

@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "inspection/InspectionReport.h"
-#include "platform/Menu.h"
-#include "platform/Window.h"
+#include "platform/ui/Menu.h"
+#include "platform/ui/Window.h"
 
 namespace vintrace {
 
@@ -72,7 +72,7 @@ class Window1 : public Window, public inspection::InspectionReport {
   void SetDocument(const FolderItem& document) override { inddDoc = document; }
   void SetDocumentName(const String& name) override;
   void SetProductText(const String& text) override { StaticText2().SetText(text); }
-  void SetPicture(PictureAccessor picture) override { Canvas1().SetBackdrop(picture()); }
+  void SetPicture(std::string_view name) override;
   void SetBuildText(const String& text) override { StaticText5().SetText(text); }
   String BuildText() const override { return StaticText5().Text(); }
   void SetEditionText(const String& text) override { StaticText3().SetText(text); }

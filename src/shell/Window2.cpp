@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/Desktop.h"
+#include "platform/ui/Desktop.h"
 #include "resources/Endpoints.h"
 #include "resources/Pictures.h"
 #include "shell/App.h"

@@ -9,7 +9,7 @@
 #include <QTest>
 #include <memory>
 
-#include "platform/FolderItem.h"
+#include "platform/files/FolderItem.h"
 #include "support/Environment.h"
 #include "support/TemporaryFolder.h"
 

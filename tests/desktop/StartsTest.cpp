@@ -2,13 +2,13 @@
 
 #include <sys/types.h>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QWidget>
 #include <algorithm>
 #include <csignal>
 
 #include "desktop/DesktopFixture.h"
-#include "platform/InstanceChannel.h"
-#include "platform/posix/FileLock.h"
 
 namespace vintrace::test {
 namespace {
@@ -17,12 +17,6 @@ using StartsOnDesktop = ProgramOnDesktop;
 
 bool IsActive(WId window) {
   return OutputOf("xdotool", {"getactivewindow"}).toULongLong() == window;
-}
-
-/// True when nobody holds the lock of a start, and so the program that started last listens.
-bool NobodyIsStarting() {
-  const auto place = ChannelPlace::OfThisDesktop();
-  return posix::FileLock(place.folder + '/' + place.name + ".lock").TryLock();
 }
 
 /// The text of the messages that come in pieces of bytes.
@@ -53,23 +47,67 @@ TEST_F(StartsOnDesktop, TheSecondBringsTheFirstToTheFrontForTheDesktop) {
   EXPECT_TRUE(Comes([&] { return TextOf(messages).starts_with(told); })) << TextOf(messages);
 }
 
-TEST_F(StartsOnDesktop, AHangingFirstIsReplacedAndEachDocumentOpensOnce) {
+TEST_F(StartsOnDesktop, AtTheSameTimeTheyOpenEachDocumentOnce) {
+  Lines names;
+  std::vector<std::unique_ptr<QProcess>> starts;
+  for (char letter = 'a'; letter <= 'l'; ++letter) {
+    names.push_back(String(1, letter) + ".indd");
+    starts.push_back(StartAgain({PathOfDocument(names.back())}));
+  }
+  EXPECT_TRUE(HasWindows(names));
+  const auto runs = [](const auto& start) { return start->state() != QProcess::NotRunning; };
+  EXPECT_TRUE(Comes([&] { return std::ranges::count_if(starts, runs) == 1; }));
+  for (const auto& start : starts) start->terminate();
+  for (const auto& start : starts) EXPECT_TRUE(IsTaken(*start));
+}
+
+TEST_F(StartsOnDesktop, BesideAHangingProgramEachRunsOnItsOwnAndOpensItsDocumentOnce) {
   StartWith({PathOfDocument("a.indd")});
   ASSERT_NE(WindowNamed("a.indd"), 0U);
-  ASSERT_TRUE(Comes(NobodyIsStarting));
   const auto id = static_cast<pid_t>(program.processId());
   kill(id, SIGSTOP);
   const auto second = StartAgain({PathOfDocument("b.indd")});
   EXPECT_NE(WindowNamed("b.indd"), 0U);
-  ASSERT_TRUE(Comes(NobodyIsStarting));
   kill(id, SIGCONT);
   EXPECT_TRUE(IsTaken(*StartAgain({PathOfDocument("c.indd")})));
   EXPECT_TRUE(HasWindows({"a.indd", "b.indd", "c.indd"}));
   program.terminate();
   AwaitEnd();
-  EXPECT_TRUE(HasWindows({"b.indd", "c.indd"}));
+  EXPECT_TRUE(HasWindows({"b.indd"}));
   second->terminate();
   EXPECT_TRUE(IsTaken(*second));
+}
+
+TEST_F(StartsOnDesktop, WithoutABusEachRunsOnItsOwn) {
+  const Environment none("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+  StartWith({PathOfDocument("a.indd")});
+  const auto second = StartAgain({PathOfDocument("b.indd")});
+  EXPECT_TRUE(HasWindows({"a.indd", "b.indd"}));
+  program.terminate();
+  AwaitEnd();
+  EXPECT_TRUE(HasWindows({"b.indd"}));
+  second->terminate();
+  EXPECT_TRUE(IsTaken(*second));
+}
+
+TEST_F(StartsOnDesktop, OtherProgramsOnTheBusOpenFilesAndNothingElse) {
+  StartWith({});
+  ASSERT_NE(WindowNamed("Vintrace"), 0U);
+  const auto answer = [](const char* method, const QVariantList& arguments) {
+    auto call = QDBusMessage::createMethodCall(VINTRACE_BUS_NAME, "/example/vt/Vintrace",
+                                               "org.freedesktop.Application", method);
+    call.setArguments(arguments);
+    return QDBusConnection::sessionBus().call(call, QDBus::Block, Patience).type();
+  };
+  const QVariantMap none;
+  const QStringList uris{QString(AddressOf("a\xFF.indd").trimmed()), "http://vt.example/b.indd",
+                         "file://elsewhere.example/c.indd", ""};
+  EXPECT_EQ(answer("Open", {uris, none}), QDBusMessage::ReplyMessage);
+  EXPECT_EQ(answer("Activate", {none}), QDBusMessage::ReplyMessage);
+  EXPECT_EQ(answer("ActivateAction", {"quit", QVariantList(), none}), QDBusMessage::ReplyMessage);
+  EXPECT_EQ(answer("Open", {uris}), QDBusMessage::ErrorMessage);
+  EXPECT_EQ(answer("Close", {none}), QDBusMessage::ErrorMessage);
+  EXPECT_TRUE(HasWindows({"a\uFFFD.indd"}));
 }
 
 TEST_F(StartsOnDesktop, WithoutADisplayItEndsWithTheStatus1) {
@@ -82,7 +120,7 @@ TEST_F(StartsOnDesktop, WithoutADisplayItEndsWithTheStatus1) {
   }
 }
 
-TEST_F(StartsOnDesktop, ADocumentThatCannotBeReadEndsTheProgramBehindAMessage) {
+TEST_F(StartsOnDesktop, ADocumentThatCannotBeReadEndsTheProgramAfterAMessage) {
   StartWith({"/missing.indd", PathOfDocument("a.indd")});
   DismissMessage();
   AwaitEnd();

@@ -76,10 +76,10 @@ TEST_F(UpdateOnDesktop, WhileAServiceIsSilentAllIsSeenNothingIsDoneAndNothingLos
     cover.hide();
     for (const WId window : {a, b, c}) EXPECT_TRUE(Shows(window, {104, 38}, product));
 
-    Press(c, {"ctrl+w"});
     Press(b, {"alt+F4"});
     OutputOf("xdotool", {"windowactivate", "--sync", QString::number(a)});
     Click(a, Place(a, {200, 120}));
+    Press(c, {"ctrl+w"});
     EXPECT_TRUE(Hears({PathOfDocument("later.indd")}));
     EXPECT_TRUE(HasWindows({"a.indd", "b.indd", "c.indd", "d.indd"}));
     service.Go();

@@ -2,10 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <spawn.h>
-#include <sys/file.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,10 +13,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <thread>
 
-#include "online/HTTPSecureSocket.h"
-#include "platform/InstanceChannel.h"
+#include "online/http/HTTPSecureSocket.h"
 #include "shell/App.h"
 #include "support/RecordingApplication.h"
 #include "support/ScriptedProgram.h"
@@ -36,8 +31,8 @@ bool Fails() {
   return hasFailed = true;
 }
 
-/// While it lives, the `nth` operation, from 1 on, that the program asks of the system fails: on
-/// files, processes and sockets alike. One object at a time.
+/// While it lives, the `nth` operation, from 1 on, that the program asks of the system fails,
+/// on files and processes alike. One object at a time.
 class Fault {
  public:
   explicit Fault(int nth) {
@@ -76,27 +71,12 @@ class Fault {
 FAILING(int, open, (const char* path, int flags, mode_t mode), (path, flags, mode))
 FAILING(int, fstat, (int file, struct stat* status), (file, status))
 FAILING(int, stat, (const char* path, struct stat* status), (path, status))
-FAILING(int, lstat, (const char* path, struct stat* status), (path, status))
 FAILING(int, mkdir, (const char* path, mode_t mode), (path, mode))
-FAILING(int, unlink, (const char* path), (path))
 FAILING(ssize_t, pread, (int file, void* into, size_t size, off_t at), (file, into, size, at))
 FAILING(ssize_t, write, (int file, const void* from, size_t size), (file, from, size))
 FAILING_BEHIND(int, close, (int file), (file))
-FAILING(int, flock, (int file, int operation), (file, operation))
 FAILING_BEHIND(pid_t, waitpid, (pid_t process, int* status, int options),
                (process, status, options))
-FAILING(int, socket, (int domain, int type, int protocol), (domain, type, protocol))
-FAILING(int, bind, (int file, const sockaddr* address, socklen_t size), (file, address, size))
-FAILING(int, listen, (int file, int backlog), (file, backlog))
-FAILING(int, accept4, (int file, sockaddr* address, socklen_t* size, int flags),
-        (file, address, size, flags))
-FAILING(int, connect, (int file, const sockaddr* address, socklen_t size), (file, address, size))
-FAILING(int, getsockopt, (int file, int level, int name, void* value, socklen_t* size),
-        (file, level, name, value, size))
-FAILING(ssize_t, send, (int file, const void* from, size_t size, int flags),
-        (file, from, size, flags))
-FAILING(ssize_t, recv, (int file, void* into, size_t size, int flags), (file, into, size, flags))
-FAILING(int, poll, (pollfd * files, nfds_t count, int timeout), (files, count, timeout))
 
 /// The one that returns its error.
 using Spawn = int(pid_t*, const char*, const posix_spawn_file_actions_t*, const posix_spawnattr_t*,
@@ -215,46 +195,12 @@ TEST_F(FaultTest, ADownloadIsWholeOrHasFailed) {
   ForEachFault([&](int nth) {
     ScriptedNetwork network;
     network.peers = {{.replies = {{"HTTP/1.0 200 OK\r\n\r\npa", "ge"}}}};
-    online::HTTPSecureSocket socket(network);
+    http::HTTPSecureSocket socket(network);
     const FolderItem file = folder.Item("page");
     const Fault fault(nth);
     const bool whole = socket.Get("https://a/", file, 5);
     EXPECT_EQ(whole, !hasFailed);
     EXPECT_TRUE(!whole || BytesOf(file.NativePath()) == "page");
-  });
-}
-
-TEST(FaultOfTheChannel, ADocumentComesUpInOneProgramOrTheOther) {
-  ForEachFault([&](int nth) {
-    const Fault fault(nth);
-    using namespace std::chrono_literals;
-    const TemporaryFolder folder;
-    const ChannelPlace place{folder.Path().native(), "vintrace-:0", 300ms, 2s};
-    auto first = InstanceSeat::Take({}, place);
-    ASSERT_TRUE(first);
-    first->Listen();
-    std::atomic<int> opened = 0;
-    std::atomic<bool> over = false;
-    std::thread serving([&] {
-      while (!over && first->Descriptor() >= 0) {
-        pollfd watched{first->Descriptor(), POLLIN, 0};
-        const timespec wait{.tv_sec = 0, .tv_nsec = 20'000'000};
-        const bool came = ppoll(&watched, 1, &wait, nullptr) > 0;
-        auto connection = came ? first->Accept() : std::nullopt;
-        if (!connection) continue;
-        auto outcome = connection->Read();
-        while (std::holds_alternative<InstanceConnection::Unfinished>(outcome) && !over) {
-          outcome = connection->Read();
-        }
-        if (std::holds_alternative<StartRequest>(outcome)) ++opened;
-      }
-    });
-    StartRequest request;
-    request.documents.emplace_back("/a.indd");
-    if (InstanceSeat::Take(request, place)) ++opened;
-    over = true;
-    serving.join();
-    EXPECT_GE(opened, 1) << "a document that nobody opens is lost";
   });
 }
 

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "platform/BinaryStream.h"
-#include "platform/Exceptions.h"
+#include "launch/RegistApp.h"
+#include "platform/files/BinaryStream.h"
+#include "platform/text/Exceptions.h"
+#include "support/ScriptedHost.h"
 #include "support/TemporaryFolder.h"
 
 namespace vintrace::launch {
@@ -14,7 +16,7 @@ using Lines = std::vector<String>;
 
 class LocationStoreTest : public testing::Test {
  protected:
-  String Bytes() const { return BinaryStream::Open(file).Read(1 << 20); }
+  String Bytes() const { return BinaryStream::Open(file, false).Read(1 << 20, nullptr); }
 
   const test::TemporaryFolder folder;
   const FolderItem file = folder.Item("VNTR.ini");
@@ -52,13 +54,17 @@ TEST_F(LocationStoreTest, TheFirstThatHasTheProductInItsPathIsFound) {
 TEST_F(LocationStoreTest, AChangeIsInTheListAndInTheFileEvenWhereTheFileCannotHaveIt) {
   std::filesystem::create_symlink("kept elsewhere", file.NativePath());
   Lines store{"/A", "", "/C"};
-  AddLocation(file, store, "/A");
+  test::ScriptedHost host;
+  host.choices = {FolderItem("/A"), FolderItem("/D")};
+  String chosen;
+  EXPECT_TRUE(RegistApp("", file, store, chosen));
   EXPECT_EQ(Bytes(), "/A\n\n/C\n/A\n");
-  RemoveLocation(file, store, 1);
+  DeleteApp(file, store, 1);
   EXPECT_EQ(Bytes(), "/A\n/C\n/A\n");
   EXPECT_TRUE(std::filesystem::is_symlink(file.NativePath()));
-  EXPECT_THROW(AddLocation(folder.Item("missing/VNTR.ini"), store, "/D"), IOException);
-  EXPECT_THROW(RemoveLocation(std::nullopt, store, 0), NilObjectException);
+  EXPECT_THROW(RegistApp("", folder.Item("missing/VNTR.ini"), store, chosen), IOException);
+  EXPECT_EQ(chosen, "/D");
+  EXPECT_THROW(DeleteApp(std::nullopt, store, 0), NilObjectException);
   EXPECT_EQ(store, (Lines{"/C", "/A", "/D"}));
   mkfifo(folder.Item("fifo").NativePath().c_str(), S_IRWXU);
   EXPECT_THROW(RewriteLocations(folder.Item("fifo"), store), IOException) << "nobody reads it";

@@ -7,15 +7,15 @@
 #include <QTcpSocket>
 #include <QTest>
 
-#include "online/HTTPSecureSocket.h"
+#include "online/http/HTTPSecureSocket.h"
 #include "peers/PeerFixture.h"
 #include "peers/Servers.h"
-#include "platform/qt/CertificateNames.h"
+#include "platform/net/qt/CertificateNames.h"
 
 namespace vintrace::test {
 namespace {
 
-using online::HTTPSecureSocket;
+using http::HTTPSecureSocket;
 
 constexpr std::int64_t Patience = 15;  // Seconds; what is awaited comes within one.
 

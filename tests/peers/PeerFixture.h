@@ -5,7 +5,7 @@
 #include <QSslConfiguration>
 
 #include "peers/TlsServer.h"
-#include "platform/qt/QtNetwork.h"
+#include "platform/net/qt/QtNetwork.h"
 #include "support/Environment.h"
 #include "support/TemporaryFolder.h"
 

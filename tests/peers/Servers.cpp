@@ -8,7 +8,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "platform/String.h"
+#include "platform/text/String.h"
 
 namespace vintrace::test {
 namespace {

@@ -12,8 +12,6 @@
 namespace vintrace::test {
 namespace {
 
-using posix::Descriptor;
-
 constexpr int Patience = 15;  // Seconds.
 
 }  // namespace
@@ -58,7 +56,7 @@ std::vector<std::string> TlsServer::Requests() {
 void TlsServer::Run() {
   while (true) {
     const Descriptor connection(accept4(listener_.Number(), nullptr, nullptr, SOCK_CLOEXEC));
-    if (!connection) return;
+    if (!connection.IsOpen()) return;
     std::unique_lock lock(mutex_);
     const bool isExpected = !scripts_.empty();
     const Script script = isExpected ? scripts_.front() : Script();

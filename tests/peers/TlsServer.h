@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "peers/Certificates.h"
-#include "platform/posix/Descriptor.h"
+#include "platform/files/Descriptor.h"
 
 namespace vintrace::test {
 
@@ -58,7 +58,7 @@ class TlsServer {
   void Serve(int connection, const Script& script);
 
   std::shared_ptr<SSL_CTX> context_;
-  posix::Descriptor listener_;
+  Descriptor listener_;
   std::uint16_t port_ = 0;
   std::mutex mutex_;
   std::condition_variable served_;

@@ -2,10 +2,10 @@
 
 #include <QCoreApplication>
 
-#include "platform/posix/SecureStart.h"
+#include "platform/process/posix/HardenProcess.h"
 
 int main(int argc, char* argv[]) {
-  vintrace::posix::SecureStart();
+  vintrace::posix::HardenProcess();
   testing::InitGoogleTest(&argc, argv);
   const QCoreApplication application(argc, argv);
   return RUN_ALL_TESTS();

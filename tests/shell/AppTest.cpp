@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Exceptions.h"
+#include "platform/text/Exceptions.h"
 #include "support/ScriptedProgram.h"
 
 namespace vintrace::test {

@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-#include "platform/BinaryStream.h"
+#include "platform/files/BinaryStream.h"
 #include "support/RecordingApplication.h"
 #include "support/ScriptedProgram.h"
 #include "support/WorkingFolder.h"
@@ -29,7 +29,9 @@ class LaunchTest : public ScriptedProgram {
     _Main();
   }
 
-  String Stored() const { return BinaryStream::Open(folder.Item("data/VNTR.ini")).Read(1 << 20); }
+  String Stored() const {
+    return BinaryStream::Open(folder.Item("data/VNTR.ini"), false).Read(1 << 20, nullptr);
+  }
 
   /// What the program asks for when the button is pressed.
   Lines StoryOfAPress() {

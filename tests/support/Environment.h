@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "platform/String.h"
+#include "platform/text/String.h"
 
 namespace vintrace::test {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/FolderItem.h"
+#include "platform/files/FolderItem.h"
 
 namespace vintrace::test {
 

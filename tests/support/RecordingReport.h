@@ -14,7 +14,7 @@ class RecordingReport : public inspection::InspectionReport {
   void SetDocument(const FolderItem&) override {}
   void SetDocumentName(const String&) override {}
   void SetProductText(const String& text) override { fields.productText = text; }
-  void SetPicture(PictureAccessor picture) override { fields.picture = picture; }
+  void SetPicture(std::string_view name) override { fields.picture = name; }
   void SetBuildText(const String& text) override { fields.buildText = text; }
   String BuildText() const override { return fields.buildText; }
   void SetEditionText(const String& text) override { fields.editionText = text; }

@@ -16,18 +16,17 @@ int ByteAt(std::string_view bytes, std::int64_t position) {
 
 struct Release {
   const char* product;
-  PictureAccessor picture;
+  const char* picture;
 };
 
-using namespace pictures;
-constexpr Release CS55{"Adobe InDesign CS5.5", cs55};
+constexpr Release CS55{"Adobe InDesign CS5.5", "cs55"};
 constexpr Release ReleasesFrom3To14[] = {
-    {"Adobe InDesign CS", cs},          {"Adobe InDesign CS2", cs2},
-    {"Adobe InDesign CS3", cs3},        {"Adobe InDesign CS4", cs4},
-    {"Adobe InDesign CS5", cs5},        {"Adobe InDesign CS6", cs6},
-    {"Adobe InDesign CC", cc},          {"Adobe InDesign CC 2014", cc2014},
-    {"Adobe InDesign CC 2015", cc2015}, {"Adobe InDesign CC 2017", cc2017},
-    {"Adobe InDesign CC 2018", cc2018}, {"Adobe InDesign CC 2019", cc2019},
+    {"Adobe InDesign CS", "cs"},          {"Adobe InDesign CS2", "cs2"},
+    {"Adobe InDesign CS3", "cs3"},        {"Adobe InDesign CS4", "cs4"},
+    {"Adobe InDesign CS5", "cs5"},        {"Adobe InDesign CS6", "cs6"},
+    {"Adobe InDesign CC", "cc"},          {"Adobe InDesign CC 2014", "cc2014"},
+    {"Adobe InDesign CC 2015", "cc2015"}, {"Adobe InDesign CC 2017", "cc2017"},
+    {"Adobe InDesign CC 2018", "cc2018"}, {"Adobe InDesign CC 2019", "cc2019"},
 };
 
 void SetRelease(ReportFields& report, const Release& release) {
@@ -105,7 +104,7 @@ ReportFields InspectByReference(std::string_view content) {
     return report;
   }
   const bool isOld = version < 3;
-  report.picture = und;
+  report.picture = "und";
   report.productText =
       isOld ? "InDesign CSより下位" : "Ver." + std::to_string(version) + " CC2019より新しい";
   report.openable = false;

@@ -1,7 +1,7 @@
 #include "support/ScriptedHost.h"
 
-#include "platform/Menu.h"
-#include "platform/Window.h"
+#include "platform/ui/Menu.h"
+#include "platform/ui/Window.h"
 
 namespace vintrace::test {
 

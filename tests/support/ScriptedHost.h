@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Host.h"
+#include "platform/ui/Host.h"
 #include "support/ScriptedNetwork.h"
 
 namespace vintrace::test {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Network.h"
+#include "platform/net/Network.h"
 
 namespace vintrace::test {
 

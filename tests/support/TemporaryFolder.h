@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/FolderItem.h"
+#include "platform/files/FolderItem.h"
 
 namespace vintrace::test {
 

@@ -1,0 +1,66 @@
+#include "platform/ui/qt/AskForFile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QLibraryInfo>
+#include <QPointer>
+#include <QStringList>
+#include <QTranslator>
+#include <QUrl>
+
+#include "platform/ui/FileRequest.h"
+#include "platform/ui/qt/DisplayText.h"
+#include "platform/ui/qt/FileAddress.h"
+
+namespace vintrace::qt {
+namespace {
+
+/// Such as "indd (*.indd *.INDD)": some desktops distinguish capitals.
+QString FilterOf(const FileType& type) {
+  QStringList patterns;
+  for (const auto& suffix : type.Suffixes()) {
+    const QString pattern = '*' + DisplayText(suffix);
+    patterns << pattern << pattern.toUpper();
+  }
+  return DisplayText(type.Name) + " (" + patterns.join(' ') + ')';
+}
+
+/// The folder of the last choice, for dialogs without an initial folder. The toolkit's own memory
+/// would include the choices in an initial folder.
+QUrl& LastFolder() {
+  static QUrl folder = QUrl::fromLocalFile(QDir::homePath());
+  return folder;
+}
+
+/// For the toolkit's own dialog, which takes the place of a desktop's: its texts are in English
+/// unless its Japanese ones are installed and loaded.
+void LoadJapaneseTexts() {
+  static QPointer<QTranslator> translator;
+  if (translator) return;
+  translator = new QTranslator(QCoreApplication::instance());
+  const auto folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+  if (translator->load("qtbase_ja", folder)) QCoreApplication::installTranslator(translator);
+}
+
+}  // namespace
+
+std::optional<FolderItem> AskForFile(const FileRequest& request, QWidget* parent) {
+  LoadJapaneseTexts();
+  const QPointer<QFileDialog> dialog = new QFileDialog(parent);
+  dialog->setFileMode(QFileDialog::ExistingFile);
+  if (!request.title.empty()) dialog->setWindowTitle(DisplayText(request.title));
+  dialog->setDirectoryUrl(request.initialDirectory
+                              ? QUrl::fromEncoded(AddressOf(*request.initialDirectory))
+                              : LastFolder());
+  if (request.filter) {
+    dialog->setNameFilters({FilterOf(*request.filter), QStringLiteral("すべてのファイル (*)")});
+  }
+  const bool accepted = dialog->exec() == QDialog::Accepted;
+  const QList<QUrl> chosen = dialog && accepted ? dialog->selectedUrls() : QList<QUrl>();
+  if (!chosen.isEmpty() && !request.initialDirectory) LastFolder() = dialog->directoryUrl();
+  delete dialog;
+  return chosen.isEmpty() ? std::nullopt : FileAt(chosen.front().toEncoded());
+}
+
+}  // namespace vintrace::qt

@@ -1,0 +1,236 @@
+#include "platform/ui/qt/ControlWidgets.h"
+
+#include <QAccessibleWidget>
+#include <QEnterEvent>
+#include <QFontMetrics>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+
+#include "platform/ui/Control.h"
+#include "platform/ui/Host.h"
+#include "platform/ui/Window.h"
+#include "platform/ui/qt/DisplayText.h"
+#include "platform/ui/qt/Fonts.h"
+#include "platform/ui/qt/PictureIcon.h"
+
+namespace vintrace::qt {
+namespace {
+
+QRect RectOf(const Rect& place) { return {place.left, place.top, place.width, place.height}; }
+
+/// What all faces share.
+void RefreshCommon(const RectControl& control, QWidget& widget) {
+  widget.setVisible(control.Visible());
+  widget.setEnabled(control.Enabled());
+}
+
+void Prepare(const RectControl& control, QWidget& widget) {
+  widget.setGeometry(RectOf(control.Design().place));
+  widget.setObjectName(DisplayText(control.Design().name));
+}
+
+class LabelView : public QLabel, public ControlView {
+ public:
+  LabelView(Label& label, QWidget& parent) : QLabel(&parent), label_(label) {
+    Prepare(label, *this);
+    setTextFormat(Qt::PlainText);
+    setMargin(0);
+    setIndent(0);
+  }
+
+  QWidget& Widget() override { return *this; }
+
+  /// A label that takes the mouse is a link.
+  bool IsLink() const { return static_cast<bool>(label_.MouseUp); }
+
+  /// Follows the link as a click does.
+  void Press() {
+    if (label_.RaiseMouseDown()) label_.RaiseMouseUp();
+  }
+
+  void SetCovered(bool covered) override {
+    setFocusPolicy(IsLink() && !covered ? Qt::TabFocus : Qt::NoFocus);
+  }
+
+  void Refresh() override {
+    RefreshCommon(label_, *this);
+    setFont(FontOf(label_.Design().textFont, label_.Design().textSize, label_.Underline()));
+    setAlignment(Qt::AlignTop | HorizontalOf(label_.TextAlign()));
+    setWordWrap(label_.Multiline());
+    RefreshColor();
+    RefreshText();
+  }
+
+ protected:
+  void showEvent(QShowEvent*) override { RefreshText(); }
+  void enterEvent(QEnterEvent*) override { label_.RaiseMouseEnter(); }
+  void leaveEvent(QEvent*) override { label_.RaiseMouseExit(); }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() != Qt::LeftButton) return event->ignore();
+    pressed_ = label_.RaiseMouseDown();
+    event->setAccepted(pressed_);
+  }
+
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (event->button() != Qt::LeftButton || !pressed_) return event->ignore();
+    pressed_ = false;
+    label_.RaiseMouseUp();
+  }
+
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool presses = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
+                         event->key() == Qt::Key_Space;
+    if (!presses) return event->ignore();
+    if (!event->isAutoRepeat()) Press();
+  }
+
+  void paintEvent(QPaintEvent* event) override {
+    QLabel::paintEvent(event);
+    if (hasFocus()) DrawFocus();
+  }
+
+ private:
+  static Qt::AlignmentFlag HorizontalOf(TextAlign align) {
+    return align == TextAlign::Center ? Qt::AlignHCenter : Qt::AlignLeft;
+  }
+
+  /// The frame is the text's colour, which is legible on the ground, whatever that is.
+  void DrawFocus() {
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::WindowText), 1, Qt::DotLine));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
+
+  void RefreshColor() {
+    const Color color = label_.TextColor();
+    QPalette colors = palette();
+    colors.setColor(QPalette::WindowText, QColor(color.red, color.green, color.blue));
+    setPalette(colors);
+  }
+
+  /// A line too long for its place ends in an ellipsis; the whole of it is in the tool tip. What
+  /// isn't seen isn't measured, as that loads a font for each of its scripts.
+  void RefreshText() {
+    const QString text = DisplayText(label_.Text());
+    const bool oneLineSeen = isVisible() && !label_.Multiline();
+    const QString fitting =
+        oneLineSeen ? QFontMetrics(font()).elidedText(text, Qt::ElideRight, width()) : text;
+    setText(fitting);
+    setToolTip(fitting == text ? QString() : ToolTipText(text));
+    setAccessibleName(text);
+  }
+
+  Label& label_;
+  bool pressed_ = false;  // The label took the press, and the release is its own.
+};
+
+class ButtonView : public QPushButton, public ControlView {
+ public:
+  ButtonView(PushButton& button, QWidget& parent) : QPushButton(&parent), button_(button) {
+    Prepare(button, *this);
+    setAutoDefault(true);  // Return presses it, as Space does.
+    connect(this, &QPushButton::clicked, this, [this] { Press(); });
+  }
+
+  QWidget& Widget() override { return *this; }
+
+  void Refresh() override {
+    RefreshCommon(button_, *this);
+    setFont(FontOf(button_.Design().textFont, button_.Design().textSize, false));
+    setText(DisplayText(button_.Caption()).replace('&', "&&"));
+    setDefault(button_.Default());
+  }
+
+ private:
+  // The buttons work on the window in front, and assistive technology presses one without bringing
+  // its window there.
+  void Press() {
+    if (!button_.Owner().IsOpen()) return;  // The widget goes a moment later.
+    Host::Current().Windows().BringToFront(button_.Owner().shared_from_this());
+    button_.RaiseAction();
+  }
+
+  PushButton& button_;
+};
+
+class CanvasView : public QWidget, public ControlView {
+ public:
+  CanvasView(Canvas& canvas, QWidget& parent) : QWidget(&parent), canvas_(canvas) {
+    Prepare(canvas, *this);
+    setAccessibleName(DisplayText(canvas.Design().description));
+  }
+
+  QWidget& Widget() override { return *this; }
+
+  void Refresh() override {
+    RefreshCommon(canvas_, *this);
+    icon_ = canvas_.Backdrop() ? IconOf(*canvas_.Backdrop()) : QIcon();
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    icon_.paint(&painter, rect(), Qt::AlignLeft | Qt::AlignTop);
+  }
+
+ private:
+  Canvas& canvas_;
+  QIcon icon_;
+};
+
+/// A label that is a link, to assistive technology.
+class AccessibleLink : public QAccessibleWidget {
+ public:
+  explicit AccessibleLink(LabelView& view)
+      : QAccessibleWidget(&view, QAccessible::Link), view_(view) {}
+
+  QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+
+  void doAction(const QString& name) override {
+    if (name != pressAction()) return QAccessibleWidget::doAction(name);
+    view_.Press();
+  }
+
+ private:
+  LabelView& view_;
+};
+
+QAccessibleInterface* MakeAccessible(const QString& /*className*/, QObject* object) {
+  auto* label = dynamic_cast<LabelView*>(object);
+  if (label != nullptr && label->IsLink()) return new AccessibleLink(*label);
+  auto* canvas = dynamic_cast<CanvasView*>(object);
+  if (canvas != nullptr) return new QAccessibleWidget(canvas, QAccessible::Graphic);
+  return nullptr;
+}
+
+class ViewMaker : public ControlVisitor {
+ public:
+  explicit ViewMaker(QWidget& parent) : parent_(parent) {}
+  void Visit(Label& label) override { made = new LabelView(label, parent_); }
+  void Visit(PushButton& button) override { made = new ButtonView(button, parent_); }
+  void Visit(Canvas& canvas) override { made = new CanvasView(canvas, parent_); }
+
+  ControlView* made = nullptr;
+
+ private:
+  QWidget& parent_;
+};
+
+}  // namespace
+
+ControlView* MakeView(RectControl& control, QWidget& parent) {
+  // Goes with each application object, and is known once however often it is told.
+  QAccessible::installFactory(MakeAccessible);
+  ViewMaker maker(parent);
+  control.Accept(maker);
+  maker.made->Refresh();
+  return maker.made;
+}
+
+}  // namespace vintrace::qt

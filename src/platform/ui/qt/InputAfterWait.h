@@ -1,0 +1,26 @@
+#pragma once
+
+namespace vintrace::qt {
+
+/// The user's input during a wait for the network, which the toolkit keeps back. After the wait it
+/// is handled before any message box comes up or any document is opened, as those would receive
+/// input meant for the windows before them.
+class InputAfterWait {
+ public:
+  void WaitBegins();
+  void WaitEnds() { isWaiting_ = false; }
+  bool IsWaiting() const { return isWaiting_; }
+
+  /// True from the start of a wait until the input has been handled.
+  bool IsDue() const { return isDue_ || handling_ > 0; }
+
+  /// Handles the input if it is due; nothing during a wait, or while handling it.
+  void Handle();
+
+ private:
+  bool isWaiting_ = false;
+  bool isDue_ = false;
+  int handling_ = 0;  // Nesting depth of `Handle`.
+};
+
+}  // namespace vintrace::qt

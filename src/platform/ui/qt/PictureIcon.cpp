@@ -1,0 +1,46 @@
+#include "platform/ui/qt/PictureIcon.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QCoreApplication>
+#include <QHash>
+#include <QImageReader>
+#include <QPixmap>
+#include <string_view>
+
+#include "platform/ui/Picture.h"
+
+namespace vintrace::qt {
+namespace {
+
+QPixmap Decoded(std::string_view png, qreal devicePixelRatio) {
+  QByteArray bytes = QByteArray::fromRawData(png.data(), static_cast<qsizetype>(png.size()));
+  QBuffer buffer(&bytes);
+  // Without detection, which would load every image plugin of the system only to ask it.
+  QImageReader reader(&buffer, "png");
+  reader.setAutoDetectImageFormat(false);
+  QPixmap pixmap = QPixmap::fromImageReader(&reader);
+  pixmap.setDevicePixelRatio(devicePixelRatio);
+  return pixmap;
+}
+
+/// The decoded pictures, by the place of their bytes, which live as long as the process. The
+/// toolkit wants none left when it ends.
+QHash<const char*, QIcon>& Icons() {
+  static QHash<const char*, QIcon> icons;
+  if (icons.isEmpty()) qAddPostRoutine([] { icons.clear(); });
+  return icons;
+}
+
+}  // namespace
+
+QIcon IconOf(const Picture& picture) {
+  QIcon& icon = Icons()[picture.Png().data()];
+  if (icon.isNull()) {
+    icon.addPixmap(Decoded(picture.Png(), 1));
+    icon.addPixmap(Decoded(picture.PngAt2x(), 2));
+  }
+  return icon;
+}
+
+}  // namespace vintrace::qt

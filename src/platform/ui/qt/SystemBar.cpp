@@ -1,0 +1,105 @@
+#include "platform/ui/qt/SystemBar.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "platform/ui/qt/Centre.h"
+#include "platform/ui/qt/FileAddress.h"
+#include "platform/ui/qt/MenuBarView.h"
+
+namespace vintrace::qt {
+namespace {
+
+constexpr int Margin = 28;
+
+class StandInWindow : public QWidget {
+ public:
+  StandInWindow(MenuBarView& view, std::function<void(const FolderItem&)> dropped,
+                std::function<void()> quit)
+      : dropped_(std::move(dropped)), quit_(std::move(quit)) {
+    setObjectName("StandIn");
+    setWindowTitle(QApplication::applicationName());
+    setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                   Qt::WindowCloseButtonHint);
+    setAcceptDrops(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Margin, Margin, Margin, Margin);
+    layout->setMenuBar(view.MakeBar(this));
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->addWidget(new QLabel("ここに書類をドロップするか、メニューから開いてください。"));
+  }
+
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override {
+    if (!FilesIn(*event).empty()) AcceptAsCopy(*event);
+  }
+
+  void dropEvent(QDropEvent* event) override {
+    AcceptAsCopy(*event);
+    for (const FolderItem& file : FilesIn(*event)) dropped_(file);
+  }
+
+  void closeEvent(QCloseEvent* event) override {
+    event->accept();
+    quit_();
+  }
+
+ private:
+  static std::vector<FolderItem> FilesIn(const QDropEvent& event) {
+    return FilesOf(event.mimeData()->data("text/uri-list"));
+  }
+
+  // Whatever the source proposes: what is moved to here would be deleted there.
+  static void AcceptAsCopy(QDropEvent& event) {
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+  }
+
+  std::function<void(const FolderItem&)> dropped_;
+  std::function<void()> quit_;
+};
+
+/// Makes its window when it is needed first: a start with documents has no use for it.
+class StandInBar : public SystemBar {
+ public:
+  StandInBar(MenuBarView& view, std::function<void(const FolderItem&)> dropped,
+             std::function<void()> quit)
+      : view_(view), dropped_(std::move(dropped)), quit_(std::move(quit)) {}
+
+  void SetNeeded(bool needed) override {
+    if (needed == (StandIn() != nullptr)) return;
+    if (!needed) return window_->hide();
+    if (!window_) window_ = std::make_unique<StandInWindow>(view_, dropped_, quit_);
+    MoveToCentre(*window_);
+    window_->show();
+  }
+
+  QWidget* StandIn() const override {
+    return window_ && window_->isVisible() ? window_.get() : nullptr;
+  }
+
+ private:
+  MenuBarView& view_;
+  std::function<void(const FolderItem&)> dropped_;
+  std::function<void()> quit_;
+  std::unique_ptr<StandInWindow> window_;
+};
+
+}  // namespace
+
+bool WindowsCarryTheBar() { return true; }
+
+std::unique_ptr<SystemBar> MakeSystemBar(MenuBarView& view,
+                                         std::function<void(const FolderItem&)> dropped,
+                                         std::function<void()> quit) {
+  return std::make_unique<StandInBar>(view, std::move(dropped), std::move(quit));
+}
+
+}  // namespace vintrace::qt

@@ -1,0 +1,30 @@
+#include <QMenuBar>
+
+#include "platform/ui/qt/MenuBarView.h"
+#include "platform/ui/qt/SystemBar.h"
+
+namespace vintrace::qt {
+namespace {
+
+/// The one bar at the top of the screen.
+class GlobalBar : public SystemBar {
+ public:
+  explicit GlobalBar(MenuBarView& view) : bar_(view.MakeBar(nullptr)) {}
+  void SetNeeded(bool /*needed*/) override {}
+  QWidget* StandIn() const override { return nullptr; }
+
+ private:
+  std::unique_ptr<QMenuBar> bar_;
+};
+
+}  // namespace
+
+bool WindowsCarryTheBar() { return false; }
+
+std::unique_ptr<SystemBar> MakeSystemBar(MenuBarView& view,
+                                         std::function<void(const FolderItem&)> /*dropped*/,
+                                         std::function<void()> /*quit*/) {
+  return std::make_unique<GlobalBar>(view);
+}
+
+}  // namespace vintrace::qt

@@ -1,0 +1,186 @@
+#include "platform/ui/qt/WindowWidget.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "platform/ui/Control.h"
+#include "platform/ui/Window.h"
+#include "platform/ui/qt/Centre.h"
+#include "platform/ui/qt/ContentWidget.h"
+#include "platform/ui/qt/ControlWidgets.h"
+#include "platform/ui/qt/DisplayText.h"
+#include "platform/ui/qt/MenuBarView.h"
+#include "platform/ui/qt/SystemBar.h"
+
+namespace vintrace::qt {
+namespace {
+
+// The windows' colours are made for a light ground. All roles come from these two, so that no text
+// of a dark desktop theme meets the light ground or the other way round.
+QPalette LightPalette() {
+  const QColor button(0xF6, 0xF6, 0xF6);
+  const QColor ground(0xEC, 0xEC, 0xEC);
+  return {button, ground};
+}
+
+Qt::WindowFlags FlagsOf(const WindowDesign& design) {
+  Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+  flags.setFlag(Qt::WindowCloseButtonHint, design.closeButton);
+  if (design.frame == Frame::ModalDialog) return flags | Qt::Dialog;
+  flags |= Qt::Window;
+  // Otherwise an ordinary window, which can be found again when it was minimised.
+  flags.setFlag(Qt::WindowStaysOnTopHint, design.frame == Frame::GlobalFloating);
+  flags.setFlag(Qt::WindowMinimizeButtonHint, design.minimizeButton);
+  flags.setFlag(Qt::WindowMaximizeButtonHint, design.maximizeButton);
+  return flags;
+}
+
+/// Qt takes "[*]" in a title for the place of its own mark of a changed document.
+QString TitleOf(const String& title) { return DisplayText(title).replace("[*]", "[*][*]"); }
+
+}  // namespace
+
+WindowWidget::WindowWidget(std::shared_ptr<vintrace::Window> window, MenuBarView* menus,
+                           std::function<void()> activated)
+    : window_(std::move(window)),
+      activated_(std::move(activated)),
+      content_(new ContentWidget(*window_, *this)) {
+  TakeDesign();
+  if (menus != nullptr) TakeMenus(*menus);
+  MakeControls();
+  SetTabOrder();
+  FindCovered();
+  RefreshTitle();
+  // No button has the focus before the Tab key was pressed, so that no stray Return presses one.
+  setFocus();
+}
+
+// The content and the faces on it refer to the window and its controls, and so go before it.
+WindowWidget::~WindowWidget() { delete content_; }
+
+void WindowWidget::TakeDesign() {
+  const WindowDesign& design = window_->Design();
+  setWindowFlags(FlagsOf(design));
+  setPalette(LightPalette());
+  if (design.frame == Frame::ModalDialog) setWindowModality(Qt::ApplicationModal);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(content_);
+  content_->installEventFilter(this);
+  TakeSize();
+}
+
+void WindowWidget::TakeSize() {
+  const WindowDesign& design = window_->Design();
+  if (design.resizeable && design.frame != Frame::ModalDialog) {
+    setMinimumSize(design.minWidth, design.minHeight);
+    setMaximumSize(design.maxWidth, design.maxHeight);
+    resize(design.width, design.height);
+  } else {
+    content_->setFixedSize(design.width, design.height);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+  }
+}
+
+void WindowWidget::TakeMenus(MenuBarView& menus) {
+  if (!WindowsCarryTheBar()) return;
+  if (!window_->MenuBar()) return menus.AddShortcuts(*this);
+  QMenuBar* bar = menus.MakeBar(this);
+  bar->installEventFilter(this);
+  layout()->setMenuBar(bar);
+}
+
+void WindowWidget::MakeControls() {
+  for (const auto& control : window_->Controls()) {
+    ControlView* view = MakeView(*control, *content_);
+    view->Widget().installEventFilter(this);
+    views_.emplace(control.get(), view);
+  }
+}
+
+void WindowWidget::SetTabOrder() {
+  std::vector<const RectControl*> order;
+  for (const auto& control : window_->Controls()) order.push_back(control.get());
+  std::ranges::sort(order, {}, [](const RectControl* c) { return c->Design().tabIndex; });
+  for (std::size_t i = 1; i < order.size(); ++i) {
+    setTabOrder(&views_.at(order[i - 1])->Widget(), &views_.at(order[i])->Widget());
+  }
+}
+
+// What lies under another control is neither seen nor clicked, and is no stop for the Tab key.
+void WindowWidget::FindCovered() {
+  const auto& controls = window_->Controls();
+  for (auto control = controls.begin(); control != controls.end(); ++control) {
+    const QPoint centre = views_.at(control->get())->Widget().geometry().center();
+    const bool covered = std::any_of(std::next(control), controls.end(), [&](const auto& above) {
+      return above->Visible() && views_.at(above.get())->Widget().geometry().contains(centre);
+    });
+    views_.at(control->get())->SetCovered(covered);
+  }
+}
+
+void WindowWidget::ComeUp() {
+  if (window_->Design().placement == Placement::CentreOfMainScreen) MoveToCentre(*this);
+  show();
+}
+
+void WindowWidget::RefreshTitle() { setWindowTitle(TitleOf(window_->Title())); }
+
+void WindowWidget::Refresh(const RectControl& control) {
+  views_.at(&control)->Refresh();
+  FindCovered();
+}
+
+void WindowWidget::Dismiss() {
+  hide();
+  deleteLater();
+}
+
+bool WindowWidget::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate) IsInFront();
+  return QWidget::event(event);
+}
+
+bool WindowWidget::eventFilter(QObject* watched, QEvent* event) {
+  // A press in a window to which the window manager gives no focus makes it the front one all the
+  // same, before the press is acted upon: the buttons work on the window in front.
+  if (event->type() == QEvent::MouseButtonPress) IsInFront();
+  const bool isKey = event->type() == QEvent::KeyPress && watched->parent() == content_;
+  if (isKey && PressesDefault(static_cast<QKeyEvent&>(*event))) return true;
+  return QWidget::eventFilter(watched, event);
+}
+
+void WindowWidget::IsInFront() {
+  if (window_->IsOpen()) activated_();
+}
+
+bool WindowWidget::PressesDefault(const QKeyEvent& key) {
+  if (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter) return false;
+  if ((key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return false;
+  for (const auto& control : window_->Controls()) {
+    auto* button = dynamic_cast<PushButton*>(control.get());
+    if (button == nullptr || !button->Default()) continue;
+    if (!key.isAutoRepeat() && button->Visible() && button->Enabled()) button->RaiseAction();
+    return true;
+  }
+  return false;
+}
+
+void WindowWidget::keyPressEvent(QKeyEvent* event) {
+  if (PressesDefault(*event)) return;
+  const bool dialog = window_->Design().frame == Frame::ModalDialog;
+  if (dialog && event->matches(QKeySequence::Cancel)) return window_->Close();
+  QWidget::keyPressEvent(event);
+}
+
+void WindowWidget::closeEvent(QCloseEvent* event) {
+  window_->Close();
+  event->accept();
+}
+
+}  // namespace vintrace::qt
