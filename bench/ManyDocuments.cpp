@@ -24,9 +24,9 @@
 #include <vector>
 
 #include "platform/ui/Desktop.h"
-#include "platform/ui/qt/ContentWidget.h"
 #include "platform/ui/qt/QtHost.h"
-#include "platform/ui/qt/WindowWidget.h"
+#include "platform/ui/qt/widgets/ContentWidget.h"
+#include "platform/ui/qt/widgets/WindowWidget.h"
 #include "shell/App.h"
 #include "shell/Startup.h"
 #include "support/DocumentBuilder.h"

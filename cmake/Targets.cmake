@@ -40,7 +40,8 @@ function(vintrace_executable name)
 endfunction()
 
 # The backends of the program, which the tests of the whole program link too.
-set(VINTRACE_BACKENDS vintrace_files_posix vintrace_process_posix vintrace_network vintrace_ui_qt)
+set(VINTRACE_BACKENDS vintrace_files_posix vintrace_process_posix vintrace_network vintrace_ui_qt
+    vintrace_ui_widgets)
 if(NOT CMAKE_SYSTEM_NAME STREQUAL "Linux")
   list(APPEND VINTRACE_BACKENDS vintrace_net_qt)
 endif()

@@ -17,7 +17,8 @@ declare -A allowed=(
   [net/posix]="text"
   [net/qt]="text process"
   [ui]="text files"
-  [ui/qt]="text files process net"
+  [ui/qt]="text files process net ui/qt/widgets"
+  [ui/qt/widgets]="text files ui"
   [resources]="text ui"
   [inspection]="text files"
   [launch]="text files process ui"
@@ -46,7 +47,7 @@ while read -r line; do
       [[ $room == */* && $target == "${room%/*}" && $room == */@(posix|qt) ]] ||
       refuse "$file" "$name" "its room may not"
   elif [[ $name == Q* || $name == xcb/* ]]; then
-    [[ $room == */qt ]] || refuse "$file" "$name" "the toolkit belongs in folders called qt"
+    [[ $room/ == */qt/* ]] || refuse "$file" "$name" "the toolkit belongs in folders called qt"
   elif [[ $name == *.h ]]; then
     [[ $room == */posix || $room == commands/open ]] ||
       refuse "$file" "$name" "the system belongs in folders called posix"

@@ -10,41 +10,43 @@
 
 namespace vintrace::inspection {
 
-/// What tells the build's place in a document of one byte order and one release.
+/// The bytes that mark the build in documents of one byte order and release.
 struct BuildPattern {
   DocumentByteOrder order;
-  String prefix;     ///< The release's `buildPrefix`, with which the build text begins.
-  String marker;     ///< Stands near the build.
-  String delimiter;  ///< Stands right before the rest of the build text; it ends in the prefix.
+  String BuildPrefix;     ///< The start of the build text, from the release table.
+  String BuildMarker;     ///< Seven bytes near the build.
+  String BuildDelimiter;  ///< Four bytes right before the rest of the build text.
 };
 
 BuildPattern PatternOf(DocumentByteOrder order, std::string_view buildPrefix);
 
-/// The two scans: for a block with marker and delimiter, and for one with the delimiter alone.
+/// What a scan looks for: a block with the marker and the delimiter, or with the delimiter.
 enum class ScanKind { MarkerScan, DelimiterScan };
 
-/// Where a scan ended.
+/// The bytes of one read, at most 6144.
+using ScanBlock = String;
+
+/// The end of a scan.
 struct ScanResult {
   ScanKind kind;
-  String block;        ///< The last block that was read, at most 6144 bytes.
-  std::int64_t count;  ///< Fields that the delimiter divides the block into; 0: no data at all.
+  ScanBlock block;     ///< The last block read.
+  std::int64_t count;  ///< The number of fields between delimiters in `block`; 0: it is empty.
 };
 
-/// Reads the body of `item` block by block, from offset 40960 on, until a block satisfies the scan
-/// or the file ends. At most one block is held at a time. Raise `IOException` when the file can't
-/// be opened or read.
+/// Read the blocks of `item` from offset 40960 on until one has what the scan looks for, or the
+/// file ends. They hold one block at a time, and raise `IOException` if the file can't be read.
 ScanResult MarkerScan(const FolderItem& item, const BuildPattern& pattern);
 ScanResult DelimiterScan(const FolderItem& item, const BuildPattern& pattern);
 
-/// The `MarkerScan`, and when that found data but no delimiter, the `DelimiterScan`.
+/// The `MarkerScan`; if that ended in a block without a delimiter, the `DelimiterScan`.
 ScanResult ScanForBuild(const FolderItem& item, const BuildPattern& pattern);
 
-/// The build text: the prefix and the 6 or 7 bytes behind the last delimiter of the block, or the
-/// first ones of a block that has none.
-String CutBuildText(const ScanResult& scan, const BuildPattern& pattern);
+/// The prefix and the first 6 or 7 bytes after the block's last delimiter; without a delimiter, the
+/// first 6 or 7 bytes of the block. 7 if the seventh is a digit.
+String BuildText(const ScanResult& scan, const BuildPattern& pattern);
 
-/// Writes the build text into `report`; "不明" when the `MarkerScan` found no data. A text whose
-/// third byte is the digit 5 makes the product and the picture those of CS5.5, whatever the
+/// Writes the build text into `report`; "不明" if the document has no block. If the third byte of
+/// the text is "5", also changes the product and the picture to those of CS5.5, whatever the
 /// release.
 void ReportBuild(const ScanResult& scan, const BuildPattern& pattern, InspectionReport& report);
 

@@ -9,7 +9,7 @@ namespace vintrace::inspection {
 namespace {
 
 struct EditionRow {
-  std::uint8_t editionByte;
+  std::uint8_t value;
   std::string_view text;
 };
 
@@ -20,25 +20,25 @@ constexpr std::array<EditionRow, 3> Editions{{
 }};
 
 /// The field before the last delimiter; without a delimiter, the whole block.
-std::string_view EditionField(const ScanResult& scan, std::string_view delimiter) {
-  return NthFieldB(scan.block, delimiter, std::max<std::int64_t>(scan.count - 1, 1));
+std::string_view EditionField(const ScanResult& scan, const BuildPattern& pattern) {
+  return NthFieldB(scan.block, pattern.BuildDelimiter, std::max<std::int64_t>(scan.count - 1, 1));
 }
 
-/// The 1-based position of the edition byte, from the field's end after a `MarkerScan`, from its
-/// start after a `DelimiterScan`. It may lie outside the field.
-std::int64_t EditionPosition(ScanKind kind, const BuildPattern& pattern, std::string_view field) {
+/// The byte that tells the edition; empty if the field is too short. Its place is counted from the
+/// field's end after a `MarkerScan`, and from its start after a `DelimiterScan`.
+std::string_view EditionByte(const ScanResult& scan, const BuildPattern& pattern) {
+  const std::string_view field = EditionField(scan, pattern);
   const bool big = pattern.order == DocumentByteOrder::Big;
-  if (kind == ScanKind::DelimiterScan) return big ? 23 : 19;
-  return big ? LenB(field) - 11 : LenB(field) - 10 - LenB(pattern.prefix);
+  if (scan.kind == ScanKind::DelimiterScan) return MidB(field, big ? 23 : 19, 1);
+  return MidB(field, LenB(field) - (big ? 11 : 10 + LenB(pattern.BuildPrefix)), 1);
 }
 
 }  // namespace
 
 String EditionText(const ScanResult& scan, const BuildPattern& pattern) {
-  const std::string_view field = EditionField(scan, pattern.delimiter);
-  const std::string_view editionByte = MidB(field, EditionPosition(scan.kind, pattern, field), 1);
+  const std::string_view byte = EditionByte(scan, pattern);
   const auto row = std::ranges::find_if(
-      Editions, [&](const EditionRow& r) { return TextEquals(editionByte, ChrB(r.editionByte)); });
+      Editions, [&](const EditionRow& each) { return TextEquals(byte, ChrB(each.value)); });
   return String(row == Editions.end() ? UnknownText : row->text);
 }
 

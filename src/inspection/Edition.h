@@ -5,8 +5,8 @@
 
 namespace vintrace::inspection {
 
-/// "Macintosh Edition" or "Windows Edition", by one byte near the last delimiter of the scan's
-/// block; "不明" when the byte is neither's, or isn't there.
+/// "Macintosh Edition" or "Windows Edition", by one byte before the last delimiter of the scan's
+/// block; "不明" if the byte is another one or missing.
 String EditionText(const ScanResult& scan, const BuildPattern& pattern);
 
 }  // namespace vintrace::inspection

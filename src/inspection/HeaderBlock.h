@@ -10,13 +10,13 @@ namespace vintrace::inspection {
 
 struct VersionRow;
 
-/// The order of a document's bytes.
+/// The byte order of a document.
 enum class DocumentByteOrder { Little, Big };
 
-/// The first bytes of a document: 48, or fewer if the file is shorter. The format has a byte-order
-/// flag at byte 25, counted from 1 (2: big-endian, anything else: little-endian), and the 32-bit
-/// major version at bytes 30 to 33, of which only the low-order byte counts. The byte behind it,
-/// 34, tells CS5.5 from CS5. Nothing else is looked at, no signature either.
+/// The first 48 bytes of a document, or fewer if the file is shorter. Byte 25, counted from 1, is
+/// the byte-order flag: 2 is big-endian, anything else little-endian. Bytes 30 to 33 are the 32-bit
+/// major version, of which only the low-order byte is used. Byte 34 distinguishes CS5.5 from CS5.
+/// No other byte is examined, the signature included.
 class HeaderBlock {
  public:
   static constexpr std::size_t Size = 48;
@@ -24,9 +24,9 @@ class HeaderBlock {
   explicit HeaderBlock(String bytes) : bytes_(std::move(bytes)) {}
 
   DocumentByteOrder ByteOrder() const;
-  /// One byte, or none when the file ends before it.
+  /// One byte; empty if the file ends before it.
   std::string_view VersionByte() const;
-  /// The row of the release table; nil for a release that it doesn't hold.
+  /// The document's row of the release table; nil if it has none.
   const VersionRow* Row() const;
 
  private:

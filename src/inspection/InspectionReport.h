@@ -7,15 +7,14 @@
 
 namespace vintrace::inspection {
 
-/// The build text of a report into which no inspection has written one.
+/// The build text of a report before an inspection has written one.
 inline constexpr std::string_view UnwrittenBuildText = "サブバージョン不明";
 
-/// The text of a build or an edition that the document doesn't tell.
+/// The text for a build or an edition that the document doesn't reveal.
 inline constexpr std::string_view UnknownText = "不明";
 
-/// What an inspection of one document found, as the face that a window, or whatever else shows or
-/// prints the report, turns to the inspection. Each field keeps its last value; a text may hold any
-/// bytes. A new report is openable and has `UnwrittenBuildText`.
+/// The report of one inspection, as its window or printer receives it. Texts may hold any bytes,
+/// and the last one written counts. A new report is openable and has `UnwrittenBuildText`.
 class InspectionReport {
  public:
   virtual ~InspectionReport() = default;
@@ -23,14 +22,13 @@ class InspectionReport {
   virtual void SetDocument(const FolderItem& document) = 0;
   virtual void SetDocumentName(const String& name) = 0;
   virtual void SetProductText(const String& text) = 0;
-  /// `name`: the picture's name among the program's pictures, such as "cs6". Raises what opening it
-  /// raises.
+  /// `name`: the name of a picture of the program, such as "cs6". Raises what opening it raises.
   virtual void SetPicture(std::string_view name) = 0;
   virtual void SetBuildText(const String& text) = 0;
   /// The build text as the report holds it.
   virtual String BuildText() const = 0;
   virtual void SetEditionText(const String& text) = 0;
-  /// Whether the document can be opened in a release that is known.
+  /// True if the document's release is known, so that an application can open it.
   virtual void SetOpenable(bool openable) = 0;
 };
 

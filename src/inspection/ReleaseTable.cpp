@@ -31,18 +31,18 @@ constexpr std::uint8_t MinorVersionOfCS55 = 5;
 
 const VersionRow* FindRow(std::string_view versionByte, std::string_view minorVersion) {
   const auto row = std::ranges::find_if(
-      Releases, [&](const VersionRow& r) { return TextEquals(versionByte, ChrB(r.versionByte)); });
+      Releases, [&](const VersionRow& r) { return TextEquals(versionByte, ChrB(r.VersionByte)); });
   if (row == Releases.end()) return nullptr;
   const bool isCS55 =
-      row->versionByte == CS55.versionByte && TextEquals(minorVersion, ChrB(MinorVersionOfCS55));
+      row->VersionByte == CS55.VersionByte && TextEquals(minorVersion, ChrB(MinorVersionOfCS55));
   return isCS55 ? &CS55 : &*row;
 }
 
 const VersionRow& RowOfCS55() { return CS55; }
 
 String OutOfTableText(std::int64_t version) {
-  if (version < Releases.front().versionByte) return "InDesign CSより下位";
-  if (version > Releases.back().versionByte) return "Ver." + Str(version) + " CC2019より新しい";
+  if (version < Releases.front().VersionByte) return "InDesign CSより下位";
+  if (version > Releases.back().VersionByte) return "Ver." + Str(version) + " CC2019より新しい";
   return "バージョン不明";
 }
 

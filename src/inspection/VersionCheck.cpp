@@ -25,7 +25,7 @@ void ReportRelease(const FolderItem& item, DocumentByteOrder order, const Versio
                    InspectionReport& report) {
   report.SetPicture(row.picture);
   report.SetProductText(String(row.productText));
-  const BuildPattern pattern = PatternOf(order, row.buildPrefix);
+  const BuildPattern pattern = PatternOf(order, row.BuildPrefix);
   const ScanResult scan = ScanForBuild(item, pattern);
   ReportBuild(scan, pattern, report);
   report.SetEditionText(EditionText(scan, pattern));

@@ -7,13 +7,12 @@
 
 namespace vintrace::inspection {
 
-/// True when `name`, the leaf name of a file, ends as a document's name does: ".indd" in any case.
+/// True if `name`, the leaf name of a file, ends with ".indd" in any case.
 bool IsDocumentName(std::string_view name);
 
-/// Inspects the document `item`, whatever its name, and writes what it finds into `report`, a new
-/// one: first its name and the item, then the release, the build and the edition. Any bytes are a
-/// legal document. Raises `IOException` when the file can't be opened or read; `report` then holds
-/// what had been found before.
+/// Inspects the document `item`, whatever its name and contents, and writes the results into
+/// `report`: its name and the item, then the release, the build and the edition. Raises
+/// `IOException` if the file can't be read; `report` keeps what was written before.
 void VersionCheck(const FolderItem& item, InspectionReport& report);
 
 }  // namespace vintrace::inspection

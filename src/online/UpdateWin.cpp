@@ -17,36 +17,36 @@ enum Index { Label1At, PushButton1At, PushButton2At, Label2At, Canvas1At };
 
 void UpdateWin::Layout() {
   SetTitle("Vintrace CS");
-  design_ = {.width = 337,
-             .height = 115,
-             .minWidth = 64,
-             .minHeight = 64,
-             .maxWidth = 32000,
-             .maxHeight = 32000,
-             .frame = Frame::GlobalFloating,
-             .placement = Placement::CentreOfMainScreen,
-             .closeButton = true,
-             .resizeable = true,
-             .maximizeButton = false,
-             .minimizeButton = true};
+  design_ = {.Width = 337,
+             .Height = 115,
+             .MinWidth = 64,
+             .MinHeight = 64,
+             .MaxWidth = 32000,
+             .MaxHeight = 32000,
+             .Frame = Frame::GlobalFloating,
+             .Placement = Placement::CentreOfMainScreen,
+             .CloseButton = true,
+             .Resizeable = true,
+             .MaximizeButton = false,
+             .MinimizeButton = true};
 }
 
 void UpdateWin::CreateControls() { _CreateControls0(); }
 
 void UpdateWin::_CreateControls0() {
-  Add<Label>({"Label1", {87, 14, 230, 20}, 0, "System", 0})
+  Add<Label>({"Label1", 87, 14, 230, 20, 0, "System", 0})
       .SetText("新しいバージョンが公開されています。");
 
-  auto& close = Add<PushButton>({"PushButton1", {251, 75, 66, 20}, 1, "System", 12});
+  auto& close = Add<PushButton>({"PushButton1", 251, 75, 66, 20, 1, "System", 12});
   close.SetCaption("閉じる");
   close.Action = [this] { PushButton1_Action(); };
 
-  auto& download = Add<PushButton>({"PushButton2", {87, 75, 152, 20}, 2, "System", 12});
+  auto& download = Add<PushButton>({"PushButton2", 87, 75, 152, 20, 2, "System", 12});
   download.SetCaption("最新版をダウンロード");
   download.SetDefault(true);
   download.Action = [this] { PushButton2_Action(); };
 
-  auto& link = Add<Label>({"Label2", {97, 42, 210, 20}, 3, "System", 12});
+  auto& link = Add<Label>({"Label2", 97, 42, 210, 20, 3, "System", 12});
   link.SetText(String("サイトを見に行く ").append(endpoints::WebPage));
   link.SetTextAlign(TextAlign::Center);
   link.SetTextColor(LinkColor);
@@ -55,8 +55,9 @@ void UpdateWin::_CreateControls0() {
   link.MouseEnter = [this] { Label2_MouseEnter(); };
   link.MouseExit = [this] { Label2_MouseExit(); };
 
-  Add<Canvas>({"Canvas1", {20, 14, 48, 48}, 4, "", 0, "Vintraceのアイコン"})
-      .SetBackdrop(pictures::icon48());
+  auto& icon = Add<Canvas>({"Canvas1", 20, 14, 48, 48, 4, "", 0, "Vintraceのアイコン"});
+  icon.SetBackdrop(pictures::icon48());
+  icon.SetTransparent(true);
 }
 
 Label& UpdateWin::Label1() const { return ControlAt<Label>(Label1At); }

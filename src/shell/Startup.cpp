@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/text/Exceptions.h"
-#include "platform/ui/ExceptionHandling.h"
+#include "platform/ui/Application.h"
 #include "platform/ui/Host.h"
 #include "shell/App.h"
 #include "shell/FileTypes1.h"

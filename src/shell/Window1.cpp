@@ -33,17 +33,17 @@ struct ControlRow {
 /// The controls in creation order, which is also their order in the copied rows and, where two
 /// share a place, from bottom to top: `PushButton3` covers the link `StaticText4`.
 constexpr std::array<ControlRow, 9> ControlTable{{
-    {{"PushButton2", {183, 111, 69, 20}, 0, "Osaka", 12}, Kind::PushButton, "閉じる"},
-    {{"StaticText1", {20, 10, 240, 20}, 1, "Osaka", 12}, Kind::Label, "Vintrace CS"},
-    {{"StaticText2", {104, 38, 161, 20}, 2, "Osaka", 12}, Kind::Label, "Adobe InDesign CS3"},
-    {{"StaticText3", {105, 57, 137, 18}, 4, "Osaka", 10}, Kind::Label, "Macintosh Edition"},
-    {{"StaticText5", {105, 78, 160, 25}, 6, "Osaka", 14},
+    {{"PushButton2", 183, 111, 69, 20, 0, "Osaka", 12}, Kind::PushButton, "閉じる"},
+    {{"StaticText1", 20, 10, 240, 20, 1, "Osaka", 12}, Kind::Label, "Vintrace CS"},
+    {{"StaticText2", 104, 38, 161, 20, 2, "Osaka", 12}, Kind::Label, "Adobe InDesign CS3"},
+    {{"StaticText3", 105, 57, 137, 18, 4, "Osaka", 10}, Kind::Label, "Macintosh Edition"},
+    {{"StaticText5", 105, 78, 160, 25, 6, "Osaka", 14},
      Kind::Label,
      inspection::UnwrittenBuildText},
-    {{"Label1", {183, 12, 91, 20}, 7, "System", 0}, Kind::Label, "ファイル名"},
-    {{"Canvas1", {34, 38, 48, 48}, 3, "", 0, "製品のアイコン"}, Kind::Canvas, ""},
-    {{"StaticText4", {20, 114, 114, 20}, 5, "Osaka", 12}, Kind::Label, endpoints::WebPage},
-    {{"PushButton3", {20, 111, 142, 20}, 8, "Osaka", 12}, Kind::PushButton, "該当バージョンで開く"},
+    {{"Label1", 183, 12, 91, 20, 7, "System", 0}, Kind::Label, "ファイル名"},
+    {{"Canvas1", 34, 38, 48, 48, 3, "", 0, "製品のアイコン"}, Kind::Canvas, ""},
+    {{"StaticText4", 20, 114, 114, 20, 5, "Osaka", 12}, Kind::Label, endpoints::WebPage},
+    {{"PushButton3", 20, 111, 142, 20, 8, "Osaka", 12}, Kind::PushButton, "該当バージョンで開く"},
 }};
 
 enum Index {
@@ -66,16 +66,16 @@ void CloseFrontWindow() {
 
 void Window1::Layout() {
   SetMenuBar(MainMenuBar::Instance());
-  design_ = {.width = Width,
-             .height = Height,
-             .minWidth = Width,
-             .minHeight = Height,
-             .maxWidth = Width,
-             .maxHeight = Height,
-             .closeButton = true,
-             .resizeable = false,
-             .maximizeButton = false,
-             .minimizeButton = false};
+  design_ = {.Width = Width,
+             .Height = Height,
+             .MinWidth = Width,
+             .MinHeight = Height,
+             .MaxWidth = Width,
+             .MaxHeight = Height,
+             .CloseButton = true,
+             .Resizeable = false,
+             .MaximizeButton = false,
+             .MinimizeButton = false};
 }
 
 void Window1::CreateControls() { _CreateControls0(); }
@@ -90,7 +90,7 @@ void Window1::_CreateControls0() {
         Add<PushButton>(row.design).SetCaption(String(row.text));
         break;
       case Kind::Canvas:
-        Add<Canvas>(row.design);
+        Add<Canvas>(row.design).SetTransparent(true);
         break;
     }
   }

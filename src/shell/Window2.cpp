@@ -20,10 +20,10 @@ struct ControlRow {
 
 /// The controls, which all are labels, in creation order.
 constexpr std::array<ControlRow, 4> ControlTable{{
-    {{"StaticText1", {249, 210, 150, 20}, 1, "Osaka", 0}, endpoints::WebPageWithoutSlash},
-    {{"StaticText2", {249, 234, 150, 20}, 3, "Osaka", 0}, endpoints::Mail},
-    {{"StaticText5", {249, 180, 107, 22}, 5, "Osaka", 0}, "Ver.1.20"},
-    {{"Label1", {249, 93, 176, 75}, 6, "System", 0},
+    {{"StaticText1", 249, 210, 150, 20, 1, "Osaka", 0}, endpoints::WebPageWithoutSlash},
+    {{"StaticText2", 249, 234, 150, 20, 3, "Osaka", 0}, endpoints::Mail},
+    {{"StaticText5", 249, 180, 107, 22, 5, "Osaka", 0}, "Ver.1.20"},
+    {{"Label1", 249, 93, 176, 75, 6, "System", 0},
      "I check the last making application version of documents made after InDesign CS."},
 }};
 
@@ -34,19 +34,20 @@ enum Index { StaticText1At, StaticText2At, StaticText5At, Label1At };
 void Window2::Layout() {
   SetBackdrop(pictures::splash());
   SetTitle("Vintrace CS");
-  design_ = {.width = 460,
-             .height = 300,
-             .minWidth = 300,
-             .minHeight = 180,
-             .maxWidth = 300,
-             .maxHeight = 180,
-             .frame = Frame::ModalDialog,
-             .placement = Placement::CentreOfMainScreen,
-             .closeButton = true,
-             .resizeable = true,
-             .maximizeButton = true,
-             .minimizeButton = true,
-             .backColor = White};
+  design_ = {.Width = 460,
+             .Height = 300,
+             .MinWidth = 300,
+             .MinHeight = 180,
+             .MaxWidth = 300,
+             .MaxHeight = 180,
+             .Frame = Frame::ModalDialog,
+             .Placement = Placement::CentreOfMainScreen,
+             .CloseButton = true,
+             .Resizeable = true,
+             .MaximizeButton = true,
+             .MinimizeButton = true,
+             .HasBackColor = true,
+             .BackColor = White};
 }
 
 void Window2::CreateControls() { _CreateControls0(); }
@@ -56,6 +57,7 @@ void Window2::_CreateControls0() {
     auto& label = Add<Label>(row.design);
     label.SetText(String(row.text));
     label.SetTextColor(LinkColor);
+    label.SetTransparent(true);
   }
   StaticText1().SetUnderline(true);
   StaticText1().MouseExit = [this] { StaticText1_MouseExit(); };

@@ -13,7 +13,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "platform/ui/qt/Fonts.h"
+#include "platform/ui/qt/widgets/Fonts.h"
 #include "support/DocumentBuilder.h"
 
 namespace vintrace::test {

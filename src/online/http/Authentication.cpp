@@ -45,7 +45,7 @@ String Quoted(std::string_view name, std::string_view value) {
 /// Eight hexadecimal digits, the form of the nonce count in RFC 2617, 3.2.2.
 String NonceCount(std::int64_t uses) {
   const auto byte = [&](int shift) { return static_cast<char>(uses >> shift & 0xFF); };
-  return EncodeHex(String{byte(24), byte(16), byte(8), byte(0)});
+  return _EncodeHex(String{byte(24), byte(16), byte(8), byte(0)});
 }
 
 }  // namespace
@@ -53,10 +53,11 @@ String NonceCount(std::int64_t uses) {
 Challenge ParseChallenge(std::string_view header) {
   const auto blank = header.find(' ');
   const auto rest = blank == std::string_view::npos ? std::string_view() : header.substr(blank + 1);
-  return {.scheme = String(header.substr(0, blank)), .parameters = ParseAuthenticationParams(rest)};
+  return {.scheme = String(header.substr(0, blank)),
+          .parameters = _ParseAuthenticationParams(rest)};
 }
 
-Dictionary<String> ParseAuthenticationParams(std::string_view text) {
+Dictionary<String> _ParseAuthenticationParams(std::string_view text) {
   Dictionary<String> parameters;
   while (!text.empty()) {
     const auto length = LengthOfItem(text);
@@ -77,7 +78,7 @@ String DigestAnswer(std::string_view userName, std::string_view password,
   const auto parameter = [&](std::string_view name) {
     return parameters.Lookup(name).value_or(String());
   };
-  const auto hash = [&](const String& text) { return EncodeHex(sources.hash(text)); };
+  const auto hash = [&](const String& text) { return _EncodeHex(sources.hash(text)); };
   const String realm = parameter("realm");
   const String nonce = parameter("nonce");
   const String method = parameters.Lookup("method").value_or("GET");

@@ -22,7 +22,7 @@ Challenge ParseChallenge(std::string_view header);
 
 /// The parameters of a challenge: NAME="VALUE", with commas between, which a value may hold too. Of
 /// a value without quote marks the first and the last character are lost.
-Dictionary<String> ParseAuthenticationParams(std::string_view text);
+Dictionary<String> _ParseAuthenticationParams(std::string_view text);
 
 /// What a Digest answer takes besides the challenge.
 struct DigestSources {

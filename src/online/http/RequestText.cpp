@@ -27,7 +27,7 @@ RequestURL SplitURL(std::string_view url) {
   return parts;
 }
 
-String EncodeURLString(std::string_view text) {
+String _EncodeURLString(std::string_view text) {
   String encoded;
   for (const char byte : text) {
     if (byte == ' ') {
@@ -44,7 +44,7 @@ String EncodeURLString(std::string_view text) {
 String EncodeFields(const Dictionary<String>& form) {
   String fields;
   for (const auto& [key, value] : form) {
-    fields += '&' + EncodeURLString(key) + '=' + EncodeURLString(value);
+    fields += '&' + _EncodeURLString(key) + '=' + _EncodeURLString(value);
   }
   return fields.empty() ? fields : fields.substr(1);
 }

@@ -23,7 +23,7 @@ RequestURL SplitURL(std::string_view url);
 /// `text` as a part of a form: blanks become "+", and certain characters, hyphen and underscore
 /// among them but neither point nor colon, "%" and two hexadecimal digits. All other bytes, those
 /// above 127 too, stay as they are.
-String EncodeURLString(std::string_view text);
+String _EncodeURLString(std::string_view text);
 
 /// The fields of `form` in their order, as application/x-www-form-urlencoded.
 String EncodeFields(const Dictionary<String>& form);

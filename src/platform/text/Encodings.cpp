@@ -35,7 +35,7 @@ String EncodeBase64(std::string_view bytes) {
   return text;
 }
 
-String EncodeHex(std::string_view bytes) { return Hex(bytes, "0123456789abcdef"); }
+String _EncodeHex(std::string_view bytes) { return Hex(bytes, "0123456789abcdef"); }
 
 String EncodeUpperHex(std::string_view bytes) { return Hex(bytes, "0123456789ABCDEF"); }
 

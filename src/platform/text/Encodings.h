@@ -10,7 +10,7 @@ namespace vintrace {
 String EncodeBase64(std::string_view bytes);
 
 /// Two hexadecimal digits for each byte, in lower or upper case.
-String EncodeHex(std::string_view bytes);
+String _EncodeHex(std::string_view bytes);
 String EncodeUpperHex(std::string_view bytes);
 
 }  // namespace vintrace

@@ -2,6 +2,7 @@
 
 #include "platform/text/Exceptions.h"
 #include "platform/text/VersionRecord.h"
+#include "platform/ui/Host.h"
 
 namespace vintrace {
 
@@ -16,6 +17,20 @@ void Application::RaiseOpen() {
 
 void Application::RaiseOpenDocument(const std::optional<FolderItem>& item) {
   _RuntimeCall([&] { Event_OpenDocument(item); });
+}
+
+void _CallFunctionWithExceptionHandling(const std::function<void()>& function) {
+  try {
+    function();
+  } catch (const std::exception& exception) {
+    _UnhandledException(exception);
+  }
+}
+
+void _UnhandledException(const std::exception& exception) {
+  Host::Current().ShowMessage(String("予期しないエラーが起こりました。")
+                                  .append(EndOfLine)
+                                  .append(OneLine(exception.what())));
 }
 
 }  // namespace vintrace

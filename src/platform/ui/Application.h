@@ -1,5 +1,7 @@
 #pragma once
 
+#include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -40,5 +42,12 @@ class Application : public CommandTarget {
  private:
   std::shared_ptr<vintrace::MenuBar> menuBar_;
 };
+
+/// The exception helper of the program: runs `function`, and passes what it throws to
+/// `_UnhandledException`, after which the program goes on.
+void _CallFunctionWithExceptionHandling(const std::function<void()>& function);
+
+/// The report of last resort: a message box with a general text and the reason.
+void _UnhandledException(const std::exception& exception);
 
 }  // namespace vintrace

@@ -50,6 +50,11 @@ void Label::SetMultiline(bool multiline) {
   Changed();
 }
 
+void Label::SetTransparent(bool transparent) {
+  transparent_ = transparent;
+  Changed();
+}
+
 bool Label::RaiseMouseDown() {
   bool taken = false;
   if (MouseDown) Raise([&] { taken = MouseDown(); });
@@ -68,6 +73,11 @@ void PushButton::SetDefault(bool isDefault) {
 
 void Canvas::SetBackdrop(std::shared_ptr<const Picture> picture) {
   backdrop_ = std::move(picture);
+  Changed();
+}
+
+void Canvas::SetTransparent(bool transparent) {
+  transparent_ = transparent;
   Changed();
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string_view>
 
 #include "platform/text/String.h"
-#include "platform/ui/Color.h"
 
 namespace vintrace {
 
@@ -15,22 +15,33 @@ class Label;
 class PushButton;
 class Canvas;
 
-/// A place in a window, in pixels from the window's top left corner.
-struct Rect {
-  int left;
-  int top;
-  int width;
-  int height;
+/// A colour; each component is 0 (none) to 255 (full).
+struct Color {
+  std::uint8_t red = 0;
+  std::uint8_t green = 0;
+  std::uint8_t blue = 0;
+
+  bool operator==(const Color&) const = default;
 };
 
-/// What a layout fixes of a control for good. The texts are literals, or live as long.
+constexpr Color RGB(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
+  return {red, green, blue};
+}
+
+inline constexpr Color Black = RGB(0, 0, 0);
+inline constexpr Color White = RGB(255, 255, 255);
+
+/// The properties of a control that its layout sets for good. The texts must be literals.
 struct ControlDesign {
-  std::string_view name;
-  Rect place;
-  int tabIndex;               ///< The control's turn when the Tab key goes round.
-  std::string_view textFont;  ///< "System" and size 0 stand for the platform's own.
-  int textSize;               ///< Pixels.
-  /// What tells of a control without a text to one who doesn't see it.
+  std::string_view Name;
+  int Left;  ///< In pixels from the window's top left corner, like `Top`.
+  int Top;
+  int Width;
+  int Height;
+  int TabIndex;               ///< The control's place in the order of the Tab key.
+  std::string_view TextFont;  ///< "System": the desktop's font.
+  int TextSize;               ///< In pixels; 0: the size of the desktop's font.
+  /// Accessible description of a control without text.
   std::string_view description = {};
 };
 
@@ -95,6 +106,9 @@ class Label : public RectControl {
   void SetTextAlign(vintrace::TextAlign align);
   bool Multiline() const { return multiline_; }
   void SetMultiline(bool multiline);
+  /// False: the label's place is filled with the background of the desktop's windows.
+  bool Transparent() const { return transparent_; }
+  void SetTransparent(bool transparent);
 
   std::function<void()> MouseEnter;
   std::function<void()> MouseExit;
@@ -113,6 +127,7 @@ class Label : public RectControl {
   bool underline_ = false;
   vintrace::TextAlign textAlign_ = TextAlign::Left;
   bool multiline_ = false;
+  bool transparent_ = false;
 };
 
 /// A button.
@@ -143,8 +158,12 @@ class Canvas : public RectControl {
 
   const std::shared_ptr<const Picture>& Backdrop() const { return backdrop_; }
   void SetBackdrop(std::shared_ptr<const Picture> picture);
+  /// As in `Label`.
+  bool Transparent() const { return transparent_; }
+  void SetTransparent(bool transparent);
 
  private:
+  bool transparent_ = false;
   std::shared_ptr<const Picture> backdrop_;
 };
 

@@ -6,7 +6,7 @@
 #include "platform/files/FolderItem.h"
 #include "platform/text/String.h"
 #include "platform/ui/Application.h"
-#include "platform/ui/FileRequest.h"
+#include "platform/ui/OpenDialog.h"
 #include "platform/ui/WindowList.h"
 
 namespace vintrace {

@@ -2,12 +2,20 @@
 
 #include <optional>
 
+#include "platform/files/FileType.h"
 #include "platform/files/FolderItem.h"
 #include "platform/text/String.h"
 
 namespace vintrace {
 
-/// A dialog of the system's that asks for an item.
+/// A question to the user for one existing item.
+struct FileRequest {
+  String title;                                ///< UTF-8; empty: the desktop's own title.
+  std::optional<FolderItem> initialDirectory;  ///< Nil or missing: where the desktop begins.
+  std::optional<FileType> filter;              ///< Nil: any item.
+};
+
+/// A dialog of the desktop that asks for an item.
 class FolderItemDialog {
  public:
   FolderItemDialog() = default;
@@ -15,16 +23,15 @@ class FolderItemDialog {
   FolderItemDialog& operator=(const FolderItemDialog&) = delete;
   virtual ~FolderItemDialog() = default;
 
-  /// The folder in which it opens; nil or not there: where the system begins.
+  /// See `FileRequest`.
   std::optional<FolderItem> InitialDirectory;
-  /// UTF-8; empty: the system's own title.
   String Title;
 
-  /// Shows the dialog, and returns the chosen item, or nil on cancel.
+  /// Shows the dialog and returns the chosen item, or nil on cancel.
   virtual std::optional<FolderItem> ShowModal() = 0;
 };
 
-/// Asks for one existing item: a file of any kind, or an application bundle.
+/// Asks for one existing file of any kind.
 class OpenDialog : public FolderItemDialog {
  public:
   std::optional<FolderItem> ShowModal() override;

@@ -16,35 +16,36 @@ namespace vintrace {
 
 class MenuBar;
 
-/// What kind of window it is.
+/// The kind of a window.
 enum class Frame {
   Document,
-  ModalDialog,     ///< While it is open, the application's other windows take no input.
-  GlobalFloating,  ///< Stays above other windows, those of other applications too.
+  ModalDialog,     ///< While it is open, the application's other windows get no input.
+  GlobalFloating,  ///< Stays above other windows, also those of other applications.
 };
 
-/// Where a window comes up.
+/// The place where a window comes up.
 enum class Placement {
-  Default,  ///< Where the desktop puts it.
+  Default,  ///< Chosen by the desktop.
   CentreOfMainScreen,
 };
 
-/// What a layout fixes of a window before it is shown. Sizes are those of the content, in pixels. A
-/// modal dialog keeps its width and height whatever the limits say.
+/// The properties of a window that its layout sets for good. Sizes are those of the content, in
+/// pixels. A modal dialog keeps its width and height, and ignores the limits.
 struct WindowDesign {
-  int width = 0;
-  int height = 0;
-  int minWidth = 0;
-  int minHeight = 0;
-  int maxWidth = 32000;
-  int maxHeight = 32000;
-  Frame frame = Frame::Document;
-  Placement placement = Placement::Default;
-  bool closeButton = true;
-  bool resizeable = true;
-  bool maximizeButton = false;
-  bool minimizeButton = false;
-  std::optional<Color> backColor = std::nullopt;  ///< None: that of the desktop's windows.
+  int Width = 0;
+  int Height = 0;
+  int MinWidth = 0;
+  int MinHeight = 0;
+  int MaxWidth = 32000;
+  int MaxHeight = 32000;
+  vintrace::Frame Frame = vintrace::Frame::Document;
+  vintrace::Placement Placement = vintrace::Placement::Default;
+  bool CloseButton = true;
+  bool Resizeable = true;
+  bool MaximizeButton = false;
+  bool MinimizeButton = false;
+  bool HasBackColor = false;  ///< If not, the background is that of the desktop's windows.
+  Color BackColor = White;
 };
 
 /// A window: its properties and its controls, which it owns in the order of their creation. It

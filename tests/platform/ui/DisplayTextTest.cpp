@@ -1,4 +1,4 @@
-#include "platform/ui/qt/DisplayText.h"
+#include "platform/ui/qt/widgets/DisplayText.h"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <memory>
 
-#include "platform/ui/FileRequest.h"
+#include "platform/ui/OpenDialog.h"
 #include "platform/ui/qt/AskForFile.h"
 #include "platform/ui/qt/FileAddress.h"
 #include "support/TemporaryFolder.h"

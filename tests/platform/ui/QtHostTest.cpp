@@ -15,10 +15,10 @@
 
 #include "online/UpdateWin.h"
 #include "platform/text/Exceptions.h"
+#include "platform/ui/Application.h"
 #include "platform/ui/Desktop.h"
-#include "platform/ui/ExceptionHandling.h"
-#include "platform/ui/qt/PictureIcon.h"
-#include "platform/ui/qt/WindowWidget.h"
+#include "platform/ui/qt/widgets/PictureIcon.h"
+#include "platform/ui/qt/widgets/WindowWidget.h"
 #include "resources/Endpoints.h"
 #include "resources/Pictures.h"
 #include "shell/App.h"
@@ -239,11 +239,11 @@ TEST_F(QtHostTest, LinksFollowTheMouse) {
   for (Label* link : {&document->StaticText4(), &notice->Label2()}) {
     const Window& window = link->Owner();
     auto* surface = Widget(window).windowHandle();
-    const QPoint inside = Middle(window, link->Design().name);
+    const QPoint inside = Middle(window, link->Design().Name);
     const QPoint outside = Widget(window).rect().bottomRight();
     const auto colorAt = [&](QPoint mouse) {
       QTest::mouseMove(surface, mouse);
-      return Child(window, link->Design().name).palette().color(QPalette::WindowText);
+      return Child(window, link->Design().Name).palette().color(QPalette::WindowText);
     };
     EXPECT_EQ(colorAt(outside), QColor(Qt::blue));
     EXPECT_EQ(colorAt(inside), QColor(Qt::red));
@@ -314,7 +314,7 @@ TEST_F(QtHostTest, EveryTextIsThatOfItsDesignForAssistiveTechnologyTooAndALinkHa
   std::string texts;
   for (int index = 0; const auto window = desktop::Window(index); ++index) {
     for (const auto& control : window->Controls()) {
-      const auto name = control->Design().name;
+      const auto name = control->Design().Name;
       auto* told = QAccessible::queryAccessibleInterface(&Child(*window, name));
       texts += told->text(QAccessible::Name).toStdString() + '|';
       EXPECT_EQ(told->role() == QAccessible::Graphic, name == "Canvas1");

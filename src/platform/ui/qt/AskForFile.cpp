@@ -9,9 +9,9 @@
 #include <QTranslator>
 #include <QUrl>
 
-#include "platform/ui/FileRequest.h"
-#include "platform/ui/qt/DisplayText.h"
+#include "platform/ui/OpenDialog.h"
 #include "platform/ui/qt/FileAddress.h"
+#include "platform/ui/qt/widgets/DisplayText.h"
 
 namespace vintrace::qt {
 namespace {

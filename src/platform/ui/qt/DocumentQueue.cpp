@@ -7,8 +7,8 @@
 
 #include "platform/ui/Host.h"
 #include "platform/ui/Window.h"
-#include "platform/ui/qt/ContentWidget.h"
-#include "platform/ui/qt/WindowWidget.h"
+#include "platform/ui/qt/widgets/ContentWidget.h"
+#include "platform/ui/qt/widgets/WindowWidget.h"
 
 namespace vintrace::qt {
 

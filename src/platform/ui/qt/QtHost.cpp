@@ -10,7 +10,6 @@
 #include <QStringDecoder>
 #include <QTimer>
 #include <QUrl>
-#include <QWindow>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -21,12 +20,12 @@
 #include "platform/ui/Control.h"
 #include "platform/ui/Window.h"
 #include "platform/ui/qt/AskForFile.h"
-#include "platform/ui/qt/DisplayText.h"
-#include "platform/ui/qt/LeanStyle.h"
-#include "platform/ui/qt/MenuBarView.h"
-#include "platform/ui/qt/PictureIcon.h"
 #include "platform/ui/qt/SystemBar.h"
-#include "platform/ui/qt/WindowWidget.h"
+#include "platform/ui/qt/widgets/DisplayText.h"
+#include "platform/ui/qt/widgets/LeanStyle.h"
+#include "platform/ui/qt/widgets/MenuBarView.h"
+#include "platform/ui/qt/widgets/PictureIcon.h"
+#include "platform/ui/qt/widgets/WindowWidget.h"
 
 namespace vintrace::qt {
 
@@ -248,11 +247,7 @@ void QtHost::CameUp(WindowWidget& widget, const Activation& activation) {
 
 void QtHost::UpdateStayOnTop() {
   const bool modal = modalDepth_ > 0 || QApplication::activeModalWidget() != nullptr;
-  for (const auto& [window, widget] : widgets_) {
-    QWindow* surface = widget->windowHandle();
-    if (window->Design().frame != Frame::GlobalFloating || surface == nullptr) continue;
-    surface->setFlag(Qt::WindowStaysOnTopHint, !modal);
-  }
+  for (const auto& [window, widget] : widgets_) widget->AllowStayingOnTop(!modal);
 }
 
 void QtHost::UpdateSystemBar() {

@@ -9,9 +9,9 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "platform/ui/qt/Centre.h"
 #include "platform/ui/qt/FileAddress.h"
-#include "platform/ui/qt/MenuBarView.h"
+#include "platform/ui/qt/widgets/Centre.h"
+#include "platform/ui/qt/widgets/MenuBarView.h"
 
 namespace vintrace::qt {
 namespace {
@@ -93,8 +93,6 @@ class StandInBar : public SystemBar {
 };
 
 }  // namespace
-
-bool WindowsCarryTheBar() { return true; }
 
 std::unique_ptr<SystemBar> MakeSystemBar(MenuBarView& view,
                                          std::function<void(const FolderItem&)> dropped,

@@ -11,9 +11,6 @@ namespace vintrace::qt {
 
 class MenuBarView;
 
-/// True where each window carries the menu bar, for want of one of the system's.
-bool WindowsCarryTheBar();
-
 /// The bar that is there also without a window. Where windows carry the bar, a small window stands
 /// in for it, which also takes the documents that are dropped on it, as the application's icon does
 /// elsewhere.

@@ -1,7 +1,7 @@
 #include <QMenuBar>
 
-#include "platform/ui/qt/MenuBarView.h"
 #include "platform/ui/qt/SystemBar.h"
+#include "platform/ui/qt/widgets/MenuBarView.h"
 
 namespace vintrace::qt {
 namespace {
@@ -18,8 +18,6 @@ class GlobalBar : public SystemBar {
 };
 
 }  // namespace
-
-bool WindowsCarryTheBar() { return false; }
 
 std::unique_ptr<SystemBar> MakeSystemBar(MenuBarView& view,
                                          std::function<void(const FolderItem&)> /*dropped*/,

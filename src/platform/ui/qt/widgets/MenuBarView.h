@@ -15,6 +15,13 @@ class MenuItem;
 
 namespace vintrace::qt {
 
+/// True if each window carries a menu bar; false on macOS, where the system has the only one.
+#ifdef __APPLE__
+inline constexpr bool WindowsCarryTheBar = false;
+#else
+inline constexpr bool WindowsCarryTheBar = true;
+#endif
+
 /// The application's menu bar on the screen. All windows that carry it share its menus and their
 /// shortcuts.
 class MenuBarView : public QObject {

@@ -1,21 +1,21 @@
-#include "platform/ui/qt/WindowWidget.h"
+#include "platform/ui/qt/widgets/WindowWidget.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
 #include <utility>
 #include <vector>
 
 #include "platform/ui/Control.h"
 #include "platform/ui/Window.h"
-#include "platform/ui/qt/Centre.h"
-#include "platform/ui/qt/ContentWidget.h"
-#include "platform/ui/qt/ControlWidgets.h"
-#include "platform/ui/qt/DisplayText.h"
-#include "platform/ui/qt/MenuBarView.h"
-#include "platform/ui/qt/SystemBar.h"
+#include "platform/ui/qt/widgets/Centre.h"
+#include "platform/ui/qt/widgets/ContentWidget.h"
+#include "platform/ui/qt/widgets/ControlWidgets.h"
+#include "platform/ui/qt/widgets/DisplayText.h"
+#include "platform/ui/qt/widgets/MenuBarView.h"
 
 namespace vintrace::qt {
 namespace {
@@ -30,13 +30,13 @@ QPalette LightPalette() {
 
 Qt::WindowFlags FlagsOf(const WindowDesign& design) {
   Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
-  flags.setFlag(Qt::WindowCloseButtonHint, design.closeButton);
-  if (design.frame == Frame::ModalDialog) return flags | Qt::Dialog;
+  flags.setFlag(Qt::WindowCloseButtonHint, design.CloseButton);
+  if (design.Frame == Frame::ModalDialog) return flags | Qt::Dialog;
   flags |= Qt::Window;
   // Otherwise an ordinary window, which can be found again when it was minimised.
-  flags.setFlag(Qt::WindowStaysOnTopHint, design.frame == Frame::GlobalFloating);
-  flags.setFlag(Qt::WindowMinimizeButtonHint, design.minimizeButton);
-  flags.setFlag(Qt::WindowMaximizeButtonHint, design.maximizeButton);
+  flags.setFlag(Qt::WindowStaysOnTopHint, design.Frame == Frame::GlobalFloating);
+  flags.setFlag(Qt::WindowMinimizeButtonHint, design.MinimizeButton);
+  flags.setFlag(Qt::WindowMaximizeButtonHint, design.MaximizeButton);
   return flags;
 }
 
@@ -67,7 +67,7 @@ void WindowWidget::TakeDesign() {
   const WindowDesign& design = window_->Design();
   setWindowFlags(FlagsOf(design));
   setPalette(LightPalette());
-  if (design.frame == Frame::ModalDialog) setWindowModality(Qt::ApplicationModal);
+  if (design.Frame == Frame::ModalDialog) setWindowModality(Qt::ApplicationModal);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(content_);
@@ -77,18 +77,18 @@ void WindowWidget::TakeDesign() {
 
 void WindowWidget::TakeSize() {
   const WindowDesign& design = window_->Design();
-  if (design.resizeable && design.frame != Frame::ModalDialog) {
-    setMinimumSize(design.minWidth, design.minHeight);
-    setMaximumSize(design.maxWidth, design.maxHeight);
-    resize(design.width, design.height);
+  if (design.Resizeable && design.Frame != Frame::ModalDialog) {
+    setMinimumSize(design.MinWidth, design.MinHeight);
+    setMaximumSize(design.MaxWidth, design.MaxHeight);
+    resize(design.Width, design.Height);
   } else {
-    content_->setFixedSize(design.width, design.height);
+    content_->setFixedSize(design.Width, design.Height);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
   }
 }
 
 void WindowWidget::TakeMenus(MenuBarView& menus) {
-  if (!WindowsCarryTheBar()) return;
+  if (!WindowsCarryTheBar) return;
   if (!window_->MenuBar()) return menus.AddShortcuts(*this);
   QMenuBar* bar = menus.MakeBar(this);
   bar->installEventFilter(this);
@@ -106,7 +106,7 @@ void WindowWidget::MakeControls() {
 void WindowWidget::SetTabOrder() {
   std::vector<const RectControl*> order;
   for (const auto& control : window_->Controls()) order.push_back(control.get());
-  std::ranges::sort(order, {}, [](const RectControl* c) { return c->Design().tabIndex; });
+  std::ranges::sort(order, {}, [](const RectControl* c) { return c->Design().TabIndex; });
   for (std::size_t i = 1; i < order.size(); ++i) {
     setTabOrder(&views_.at(order[i - 1])->Widget(), &views_.at(order[i])->Widget());
   }
@@ -125,8 +125,14 @@ void WindowWidget::FindCovered() {
 }
 
 void WindowWidget::ComeUp() {
-  if (window_->Design().placement == Placement::CentreOfMainScreen) MoveToCentre(*this);
+  if (window_->Design().Placement == Placement::CentreOfMainScreen) MoveToCentre(*this);
   show();
+}
+
+void WindowWidget::AllowStayingOnTop(bool allowed) {
+  QWindow* surface = windowHandle();
+  if (window_->Design().Frame != Frame::GlobalFloating || surface == nullptr) return;
+  surface->setFlag(Qt::WindowStaysOnTopHint, allowed);
 }
 
 void WindowWidget::RefreshTitle() { setWindowTitle(TitleOf(window_->Title())); }
@@ -173,7 +179,7 @@ bool WindowWidget::PressesDefault(const QKeyEvent& key) {
 
 void WindowWidget::keyPressEvent(QKeyEvent* event) {
   if (PressesDefault(*event)) return;
-  const bool dialog = window_->Design().frame == Frame::ModalDialog;
+  const bool dialog = window_->Design().Frame == Frame::ModalDialog;
   if (dialog && event->matches(QKeySequence::Cancel)) return window_->Close();
   QWidget::keyPressEvent(event);
 }

@@ -1,4 +1,4 @@
-#include "platform/ui/qt/ContentWidget.h"
+#include "platform/ui/qt/widgets/ContentWidget.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -6,15 +6,16 @@
 #include <utility>
 
 #include "platform/ui/Window.h"
-#include "platform/ui/qt/PictureIcon.h"
+#include "platform/ui/qt/widgets/PictureIcon.h"
 
 namespace vintrace::qt {
 
 ContentWidget::ContentWidget(Window& window, QWidget& parent) : QWidget(&parent), window_(window) {
   if (window.Backdrop()) backdrop_ = IconOf(*window.Backdrop());
-  if (const auto& color = window.Design().backColor) {
+  if (window.Design().HasBackColor) {
+    const Color color = window.Design().BackColor;
     QPalette colors = palette();
-    colors.setColor(QPalette::Window, QColor(color->red, color->green, color->blue));
+    colors.setColor(QPalette::Window, QColor(color.red, color.green, color.blue));
     setPalette(colors);
     setAutoFillBackground(true);
   }

@@ -1,4 +1,4 @@
-#include "platform/ui/qt/Fonts.h"
+#include "platform/ui/qt/widgets/Fonts.h"
 
 #include <QFontDatabase>
 #include <QStringList>

@@ -1,4 +1,4 @@
-#include "platform/ui/qt/ControlWidgets.h"
+#include "platform/ui/qt/widgets/ControlWidgets.h"
 
 #include <QAccessibleWidget>
 #include <QEnterEvent>
@@ -13,14 +13,12 @@
 #include "platform/ui/Control.h"
 #include "platform/ui/Host.h"
 #include "platform/ui/Window.h"
-#include "platform/ui/qt/DisplayText.h"
-#include "platform/ui/qt/Fonts.h"
-#include "platform/ui/qt/PictureIcon.h"
+#include "platform/ui/qt/widgets/DisplayText.h"
+#include "platform/ui/qt/widgets/Fonts.h"
+#include "platform/ui/qt/widgets/PictureIcon.h"
 
 namespace vintrace::qt {
 namespace {
-
-QRect RectOf(const Rect& place) { return {place.left, place.top, place.width, place.height}; }
 
 /// What all faces share.
 void RefreshCommon(const RectControl& control, QWidget& widget) {
@@ -29,8 +27,9 @@ void RefreshCommon(const RectControl& control, QWidget& widget) {
 }
 
 void Prepare(const RectControl& control, QWidget& widget) {
-  widget.setGeometry(RectOf(control.Design().place));
-  widget.setObjectName(DisplayText(control.Design().name));
+  const ControlDesign& design = control.Design();
+  widget.setGeometry(design.Left, design.Top, design.Width, design.Height);
+  widget.setObjectName(DisplayText(design.Name));
 }
 
 class LabelView : public QLabel, public ControlView {
@@ -58,9 +57,10 @@ class LabelView : public QLabel, public ControlView {
 
   void Refresh() override {
     RefreshCommon(label_, *this);
-    setFont(FontOf(label_.Design().textFont, label_.Design().textSize, label_.Underline()));
+    setFont(FontOf(label_.Design().TextFont, label_.Design().TextSize, label_.Underline()));
     setAlignment(Qt::AlignTop | HorizontalOf(label_.TextAlign()));
     setWordWrap(label_.Multiline());
+    setAutoFillBackground(!label_.Transparent());
     RefreshColor();
     RefreshText();
   }
@@ -141,7 +141,7 @@ class ButtonView : public QPushButton, public ControlView {
 
   void Refresh() override {
     RefreshCommon(button_, *this);
-    setFont(FontOf(button_.Design().textFont, button_.Design().textSize, false));
+    setFont(FontOf(button_.Design().TextFont, button_.Design().TextSize, false));
     setText(DisplayText(button_.Caption()).replace('&', "&&"));
     setDefault(button_.Default());
   }
@@ -169,6 +169,7 @@ class CanvasView : public QWidget, public ControlView {
 
   void Refresh() override {
     RefreshCommon(canvas_, *this);
+    setAutoFillBackground(!canvas_.Transparent());
     icon_ = canvas_.Backdrop() ? IconOf(*canvas_.Backdrop()) : QIcon();
     update();
   }

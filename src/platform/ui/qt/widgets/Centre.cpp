@@ -1,4 +1,4 @@
-#include "platform/ui/qt/Centre.h"
+#include "platform/ui/qt/widgets/Centre.h"
 
 #include <QGuiApplication>
 #include <QScreen>

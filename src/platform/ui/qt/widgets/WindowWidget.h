@@ -36,6 +36,8 @@ class WindowWidget : public QWidget {
 
   /// Comes onto the screen where its design has it.
   void ComeUp();
+  /// Keeps a floating window above others, or no longer.
+  void AllowStayingOnTop(bool allowed);
   /// Takes over the window's title.
   void RefreshTitle();
   /// Takes over what a control of this window says now.

@@ -1,4 +1,4 @@
-#include "platform/ui/qt/PictureIcon.h"
+#include "platform/ui/qt/widgets/PictureIcon.h"
 
 #include <QBuffer>
 #include <QByteArray>

@@ -1,12 +1,12 @@
-#include "platform/ui/qt/MenuBarView.h"
+#include "platform/ui/qt/widgets/MenuBarView.h"
 
 #include <QKeySequence>
 #include <QMenuBar>
 
 #include "platform/ui/Commands.h"
 #include "platform/ui/Menu.h"
-#include "platform/ui/qt/DisplayText.h"
-#include "platform/ui/qt/Fonts.h"
+#include "platform/ui/qt/widgets/DisplayText.h"
+#include "platform/ui/qt/widgets/Fonts.h"
 
 namespace vintrace::qt {
 namespace {
