@@ -1,4 +1,4 @@
-// Pages over TLS from nginx on this machine, beside curl on the same pages in the same run.
+// Fetches pages over TLS from nginx on this machine, in turn with curl.
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -25,7 +25,7 @@ using http::HTTPSecureSocket;
 
 constexpr std::int64_t Patience = 60;
 
-/// What curl takes, by its own account: from looking the host up to the last byte.
+/// The time that curl reports, from the host lookup to the last byte.
 Seconds Curl(const QString& root, const QStringList& arguments) {
   QProcess process;
   process.start("curl", QStringList{"--silent", "--fail", "--noproxy", "*", "--http1.0", "--cacert",
@@ -37,7 +37,7 @@ Seconds Curl(const QString& root, const QStringList& arguments) {
 
 Seconds Timed(const std::function<bool()>& operation) {
   const auto begin = std::chrono::steady_clock::now();
-  if (!operation()) throw std::runtime_error("a page doesn't come whole");
+  if (!operation()) throw std::runtime_error("a page is incomplete");
   return std::chrono::steady_clock::now() - begin;
 }
 
@@ -46,7 +46,7 @@ Seconds Median(std::vector<Seconds> times) {
   return times[times.size() / 2];
 }
 
-/// Both in turns, so that what else the machine does falls on both.
+/// Runs both in turn, so that other load on the machine affects both.
 void Compare(const char* name, int rounds, const std::function<bool()>& ours,
              const std::function<Seconds()>& curls) {
   std::vector<Seconds> our;

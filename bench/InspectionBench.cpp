@@ -1,4 +1,4 @@
-// The inspection of whole documents, which the system holds in memory.
+// The inspection of whole documents that are in the page cache.
 
 #include <benchmark/benchmark.h>
 
@@ -18,7 +18,7 @@ using benchmark::State;
 
 constexpr std::uint8_t ReleaseCC = 9;
 
-/// The same bytes in every run, without the point that each delimiter ends in.
+/// The same bytes in every run, without '.', with which each delimiter ends.
 std::string RandomBytes(std::size_t size) {
   std::string bytes(size, '\0');
   std::ranges::generate(bytes, [engine = std::minstd_rand()]() mutable {
@@ -33,13 +33,13 @@ void BuildInTheFirstBlock(State& state) {
   constexpr std::size_t Size = 1 << 20;
   const auto document = DocumentBuilder(Size).Release(ReleaseCC).Saved(BodyStart, 0, "3.0.034 ");
   const FolderItem item = folder.File("a.indd", document.Bytes());
-  if (Inspect(item).buildText != "9.3.0.034") throw std::logic_error("another build was found");
+  if (Inspect(item).buildText != "9.3.0.034") throw std::logic_error("found another build");
   for (auto _ : state) benchmark::DoNotOptimize(Inspect(item));
 }
 BENCHMARK(BuildInTheFirstBlock);
 
-/// Both scans read the whole `body`. The bytes that are counted are those of the document, of which
-/// each scan reads one and a half times as many, since blocks overlap.
+/// Both scans read the whole `body`. The bytes processed count the document once, although each
+/// scan reads 1.5 times as many because blocks overlap.
 void NothingFound(State& state, const std::string& body) {
   const TemporaryFolder folder;
   const auto document = DocumentBuilder(BodyStart).Release(ReleaseCC).Put(BodyStart, body);

@@ -1,11 +1,11 @@
-// Measures many documents opened at once, as one hand-over of the desktop, on the display:
+// Measures opening many documents at once on the display:
 //
-//   many_documents COUNT            the program's windows
-//   many_documents COUNT plain      windows of the toolkit alone, with as many controls
+//   many_documents COUNT            opens them in the program
+//   many_documents COUNT plain      opens plain Qt windows with as many controls
 //
 // Prints three numbers: microseconds from the hand-over until the last window has been painted,
-// kilobytes of memory a window, and microseconds for copying what all windows tell, or, plain, for
-// putting a text of that length on the clipboard.
+// kilobytes of memory per window, and microseconds for copying the rows of all windows (with plain:
+// a text of that length) to the clipboard.
 
 #include <unistd.h>
 
@@ -46,7 +46,7 @@ long ResidentKilobytes() {
   return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
-/// The figures of one run.
+/// The results of one run.
 class Measurement {
  public:
   explicit Measurement(int count) : count_(count) {}
@@ -79,7 +79,7 @@ class Measurement {
   Clock::duration painted_{};
 };
 
-/// The real host, but for the messages, which nobody answers here.
+/// The real host, except that messages, which would wait for a user, go to standard error.
 class BenchHost : public qt::QtHost {
  public:
   using QtHost::QtHost;
@@ -136,7 +136,7 @@ int OpenDocuments(char* argv[], int count) {
   return host.ExitStatus();
 }
 
-/// A window of the size and with as many controls as a document's.
+/// A window with the size and the number of controls of a document's window.
 std::unique_ptr<QWidget> PlainWindow(int number) {
   auto window = std::make_unique<QWidget>();
   window->setWindowTitle("document " + QString::number(number));

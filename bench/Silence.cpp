@@ -1,4 +1,4 @@
-// A service that takes connections and says nothing. Prints its port, and lives until it is killed.
+// A service that accepts connections and sends nothing. Prints its port; runs until killed.
 
 #include <arpa/inet.h>
 #include <netinet/in.h>

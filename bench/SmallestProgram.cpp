@@ -1,6 +1,5 @@
-// The smallest program that shows a window, which the start of the real one is measured against:
-// smallest_program [TEXT]
-// A Japanese TEXT adds what it costs to find a font for it.
+// The smallest program that shows a window, as a reference for start times: smallest_program [TEXT]
+// A Japanese TEXT adds the cost of finding a font for it.
 
 #include <QApplication>
 #include <QLabel>

@@ -3,17 +3,17 @@
 //   start_to_window [-n ROUNDS] PROGRAM [ARG…] -- PROGRAM [ARG…] [-- …]
 //
 // Each round (30, after two to warm up) starts every program once, in turn, and kills it when its
-// window has been painted. Two times are taken from just before the start:
+// window has been painted. Two times are measured from just before the start:
 //
-//   mapped   until the server tells that a window has been mapped on the root window. Windows that
-//            no window manager would take care of (override-redirect) and ones of a few pixels,
-//            such as toolkits make for themselves, don't count.
-//   painted  until the window's picture, fetched every half millisecond, holds two colours. The
-//            root window has only one, so that what an unpainted window lets through doesn't count.
+//   mapped   until the server reports that a window has been mapped on the root window. Windows
+//            that no window manager would manage (override-redirect) don't count, nor do windows of
+//            a few pixels, which toolkits make for their own use.
+//   painted  until the window's image, fetched every half millisecond, has two colours. The root
+//            window has only one, so an unpainted window through which it shows doesn't count.
 //
-// The last program is what the others are compared with. The display has to be without a window
-// manager, whose frames would be seen instead of the programs' own windows, and without other
-// programs: Xvfb is good for it.
+// The other programs are compared with the last. The display must have no window manager, whose
+// frames would be measured instead of the programs' own windows, and no other programs; Xvfb is
+// suitable.
 
 #include <poll.h>
 #include <signal.h>  // NOLINT(modernize-deprecated-headers): kill
@@ -42,7 +42,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
-using Command = std::vector<char*>;  // Ends with a null pointer, as the system wants it.
+using Command = std::vector<char*>;  // Ends with a null pointer.
 
 constexpr int WarmUps = 2;
 constexpr int DefaultRounds = 30;
@@ -79,7 +79,7 @@ class Process {
   bool ended_ = false;
 };
 
-/// The display, as one who looks at its root window.
+/// The display, observed through its root window.
 class Display {
  public:
   Display() : connection_(xcb_connect(nullptr, nullptr)) {
@@ -92,7 +92,7 @@ class Display {
     xcb_flush(connection_.get());
   }
 
-  /// The program's window if the next event, which is waited for shortly, tells of its mapping.
+  /// The program's window if the next event, awaited for up to 0.1 seconds, reports its mapping.
   std::optional<xcb_window_t> NextMappedWindow() {
     const auto event = NextEvent();
     if (!event || TypeOf(*event) != XCB_MAP_NOTIFY) return std::nullopt;
@@ -125,7 +125,7 @@ class Display {
 
   static int TypeOf(const xcb_generic_event_t& event) { return event.response_type & 0x7F; }
 
-  /// The next event; none when it doesn't come within a tenth of a second.
+  /// The next event; null if none comes within 0.1 seconds.
   Reply<xcb_generic_event_t> NextEvent() {
     Reply<xcb_generic_event_t> event(xcb_poll_for_event(connection_.get()));
     if (event) return event;
@@ -146,7 +146,7 @@ class Display {
     return geometry && std::min(geometry->width, geometry->height) >= SmallestSide;
   }
 
-  /// The mask of the planes leaves the unused byte of a pixel zero.
+  /// Compares whole pixels: the plane mask of the request zeroes their unused bytes.
   static bool HasTwoColours(const xcb_get_image_reply_t& image) {
     constexpr std::size_t BytesPerPixel = 4;
     if (image.depth != 24 && image.depth != 32) throw std::runtime_error("needs 24-bit colours");
@@ -158,7 +158,7 @@ class Display {
   std::unique_ptr<xcb_connection_t, Disconnect> connection_;
 };
 
-/// Asks until the answer is yes. Raises when the program ends or the time is over before that.
+/// Calls `answer` until it is true. Raises `std::runtime_error` if the program ends or is too slow.
 void Await(Process& process, const std::function<bool()>& answer) {
   const auto start = Clock::now();
   while (!answer()) {
@@ -187,10 +187,10 @@ Times Measure(Display& display, const Command& command) {
     });
     times.painted = Clock::now() - start;
   }
-  // Only then has the server done with the program, and the next one finds a quiet display.
+  // After this, the server has finished with the program, and the next one finds an idle display.
   const auto end = Clock::now();
   while (!display.NextEventDestroys(*window)) {
-    if (Clock::now() - end > Patience) throw std::runtime_error("the window stays");
+    if (Clock::now() - end > Patience) throw std::runtime_error("the window was not destroyed");
   }
   return times;
 }
@@ -200,7 +200,7 @@ struct Series {
   std::vector<double> painted;
 };
 
-/// The value below which that part of the sorted values lies, between two of them if need be.
+/// The quantile `part`, from 0 to 1, of sorted values; interpolated between two of them.
 double Quantile(const std::vector<double>& sorted, double part) {
   const double place = part * static_cast<double>(sorted.size() - 1);
   const auto below = static_cast<std::size_t>(place);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets up, builds and prints the figures of docs/benchmarks.md: bench/run.sh [CMAKE_OPTION…]
-# Takes a minute or two and 2.5 GB in the folder of temporary files, which TMPDIR names.
+# Takes a minute or two, and 2.5 GB of space in TMPDIR.
 set -euo pipefail
 unset CDPATH
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -24,10 +24,10 @@ heading() { printf '\n== %s ==\n\n' "$*"; }
 need_space() {
   local megabytes
   megabytes=$(df --output=avail --block-size=1M "$folder" | tail -n 1)
-  [ "$megabytes" -ge 2500 ] || stop "needs 2500 MB in ${folder%/*}, and there are ${megabytes// /}"
+  [ "$megabytes" -ge 2500 ] || stop "needs 2500 MB in ${folder%/*}, which has only ${megabytes// /} MB free"
 }
 
-# Documents that grow from those of examples/ by zeros which take no place on the disk.
+# Documents from examples/, extended to the given size as sparse files.
 found_in_first_block() { lengthened "CC 2018 Macintosh.indd" "$1" "$2"; }
 nothing_found() { lengthened "nothing found.indd" "$1" "$2"; }
 lengthened() {
@@ -35,7 +35,7 @@ lengthened() {
   truncate --size="$3" "$2"
 }
 
-# A document of 1 GB on the disk, with no point behind its header and so without the delimiter.
+# A document of 1 GB that is not sparse. It has no '.' after its header, and so no delimiter.
 nothing_found_in_random_bytes() {
   local header="$project/examples/nothing found.indd"
   local body=$((2 ** 30 - $(stat --format=%s "$header")))
@@ -49,7 +49,7 @@ reads() {
     -P "$document" "$programs/vintrace-inspect" "$document" 2>&1 | sed "s|$folder/||"
 }
 
-# peak_of FILE: the most memory in KB that its inspection held at a time.
+# peak_of FILE: the peak memory of its inspection in KB.
 peak_of() {
   command time --format=%M --output="$folder/peak" "$programs/vintrace-inspect" "$1" >/dev/null
   cat "$folder/peak"
@@ -63,17 +63,17 @@ memory() {
   large=$(peak_of "$folder/large.indd")
   rm "$folder/large.indd"
   echo "100 KB: $small KB"
-  echo "4 GB:   $large KB, which are $((large - small)) more"
+  echo "4 GB:   $large KB ($((large - small)) KB more)"
 }
 
-# microseconds COMMAND…
+# microseconds COMMAND…: its run time.
 microseconds() {
   local start=${EPOCHREALTIME/[.,]/}
   "$@" >/dev/null
   echo $((${EPOCHREALTIME/[.,]/} - start))
 }
 
-# median FILE: of its lines, which are numbers.
+# median FILE: the median of its lines, which are numbers.
 median() {
   sort --numeric-sort "$1" >"$folder/sorted"
   sed -n "$((($(wc -l <"$folder/sorted") + 1) / 2))p" "$folder/sorted"
@@ -82,7 +82,7 @@ median() {
 worst_case() {
   local document="$folder/random.indd" inspect cat
   nothing_found_in_random_bytes "$document"
-  cat "$document" >/dev/null  # The system holds it in memory from here on.
+  cat "$document" >/dev/null  # Loads it into the page cache.
   for _ in 1 2 3 4 5 6 7 8 9; do
     microseconds "$programs/vintrace-inspect" "$document" >>"$folder/inspect times"
     microseconds cat "$document" >>"$folder/cat times"
@@ -95,7 +95,7 @@ worst_case() {
   awk "BEGIN { printf \"ratio: %.1f\\n\", $inspect / $cat }"
 }
 
-# A display without a window manager, whose work would be measured with the programs'.
+# A display without a window manager, whose work would distort the times.
 start_display() {
   local number
   mkfifo "$folder/display"
@@ -114,7 +114,7 @@ start_to_window() {
     ./smallest_program 日本語 -- ./smallest_program)
 }
 
-# Between two whole programs, of which one meets a service that refuses and the other a silent one.
+# Compares the program with a silent service to the program with one that refuses connections.
 silent_service() {
   local port
   mkfifo "$folder/port"
@@ -128,7 +128,7 @@ silent_service() {
   silence=
 }
 
-# column FILE NUMBER: the median of that column of it.
+# column FILE NUMBER: the median of that column.
 column() { median <(awk "{ print \$$2 }" "$1"); }
 
 many_documents() {

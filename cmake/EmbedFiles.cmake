@@ -1,4 +1,4 @@
-# Writes OUTPUT, a source that defines AppResources() with the bytes of FILES, by their leaf names.
+# Writes OUTPUT, a source that defines AppResources(): the bytes of FILES, by their leaf names.
 
 set(arrays "")
 set(table "")

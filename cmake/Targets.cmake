@@ -1,4 +1,4 @@
-# Settings of every target of the project: warnings, sanitizers and the include root.
+# Settings for all targets of the project: warnings, sanitizers and the include root.
 
 add_library(vintrace_common INTERFACE)
 target_include_directories(vintrace_common INTERFACE ${PROJECT_SOURCE_DIR}/src)
@@ -25,7 +25,7 @@ function(vintrace_library name)
 endfunction()
 
 # vintrace_backend(NAME SOURCES file… LINKS target…): a folder that implements headers of its parent
-# with the system or the toolkit. Only executables link it, so that no two targets link each other.
+# with POSIX or Qt. Only executables link it, so that targets do not link each other in a cycle.
 function(vintrace_backend name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
   add_library(${name} OBJECT ${arg_SOURCES})
@@ -39,7 +39,7 @@ function(vintrace_executable name)
   target_link_libraries(${name} PRIVATE vintrace_common ${arg_LINKS})
 endfunction()
 
-# The backends of the program, which the tests of the whole program link too.
+# The backends of the program, also for tests of the whole program.
 set(VINTRACE_BACKENDS vintrace_files_posix vintrace_process_posix vintrace_network vintrace_ui_qt
     vintrace_ui_widgets)
 if(NOT CMAKE_SYSTEM_NAME STREQUAL "Linux")

@@ -1,5 +1,5 @@
-// Writes the documents of examples/ into the folder that its argument names, or with --check
-// compares those that are there: make_examples [--check] FOLDER
+// Writes the example documents to FOLDER, or with --check compares those in FOLDER with them:
+// make_examples [--check] FOLDER
 
 #include <filesystem>
 #include <fstream>
@@ -57,7 +57,7 @@ int Run(const std::vector<std::string>& arguments) {
     if (!check) {
       Write(path, document.Bytes());
     } else if (!Holds(path, document.Bytes())) {
-      std::cerr << name << " isn't what make_examples makes\n";
+      std::cerr << name << " differs from the output of make_examples\n";
       status = 1;
     }
   }

@@ -1,4 +1,4 @@
-// Challenges, and the answers to them.
+// Authentication challenges and the answers to them.
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Header blocks, as they are parsed, changed and formatted.
+// Parsing, changing and formatting header blocks.
 
 #include <algorithm>
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace {
 
 using http::InternetHeaders;
 
-/// Each value is formatted as one line.
+/// Requires that each header is formatted as one line.
 void RequireWhole(const InternetHeaders& headers) {
   const auto lineEnds = std::max<std::int64_t>(headers.Count() - 1, 0);
   Require(std::ranges::count(headers._FormatHTTPHeaders(), '\n') == lineEnds);

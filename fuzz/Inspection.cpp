@@ -1,4 +1,4 @@
-// Documents, against the second, plain inspection.
+// The inspection against the reference implementation.
 
 #include <cstddef>
 #include <cstdint>
@@ -21,7 +21,7 @@ void Compare(const std::string& document) {
           test::InspectByReference(document));
 }
 
-/// A document with these bytes in its header and its body, and nothing in between.
+/// A document with the first bytes as its header, the others as its body, and zeros in between.
 std::string DocumentWith(std::string_view bytes) {
   constexpr std::size_t HeaderSize = 48;
   std::string document(bytes.substr(0, HeaderSize));

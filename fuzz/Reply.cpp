@@ -1,5 +1,5 @@
-// Replies in arbitrary pieces, into the receiving code, with and without a tunnel, a password and a
-// wait. The first byte chooses; 0xFF separates the pieces, and 0xFE what is sent on one connection.
+// Replies in arbitrary pieces, with and without a tunnel, a password and a blocking wait, which the
+// bits of the first byte choose. 0xFF separates the pieces, and 0xFE the connections.
 
 #include <cstddef>
 #include <cstdint>
@@ -24,7 +24,7 @@ std::vector<String> Split(std::string_view text, char separator) {
   }
 }
 
-/// Nothing but the question for a tunnel goes out in the clear, unless that is asked for.
+/// Requires that only a request for a tunnel is sent in the clear, unless `clear`.
 void RequireSecrecy(const std::vector<String>& wire, bool clear) {
   bool secure = true;
   for (const auto& line : wire) {
@@ -51,7 +51,7 @@ void Run(std::string_view bytes) {
   for (const auto& connection : Split(bytes.substr(1), '\xFE')) {
     auto pieces = Split(connection, '\xFF');
     test::ScriptedNetwork::Peer peer{.ends = peersEnd};
-    // In a tunnel the first piece answers for the proxy.
+    // With a tunnel, the first piece is the proxy's reply.
     if (tunnel && pieces.size() > 1) {
       peer.replies.push_back({pieces.front()});
       pieces.erase(pieces.begin());

@@ -4,7 +4,7 @@
 
 namespace vintrace::fuzz {
 
-/// What is not so is a crash.
+/// Crashes unless `isSo`, which libFuzzer reports.
 inline void Require(bool isSo) {
   if (!isSo) std::abort();
 }

@@ -1,4 +1,4 @@
-// The settings file: its lines, and the paths that they are.
+// The settings file: its lines, and their paths in shell form.
 
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +12,7 @@
 namespace vintrace::fuzz {
 namespace {
 
-/// The lines by a plain reading of the bytes.
+/// The lines, split without the program's code.
 std::vector<String> LinesOf(std::string_view bytes) {
   std::vector<String> lines(1);
   for (const char byte : bytes) {
@@ -27,7 +27,7 @@ std::vector<String> LinesOf(std::string_view bytes) {
   return lines;
 }
 
-/// A path comes back from its shell form as it was.
+/// Requires that a path is the same after a round trip through its shell form.
 void RequireReadable(const String& line) {
   const auto item = GetFolderItem(line, PathMode::Shell);
   if (!item) return;

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets and runs each over its corpus: fuzz/run.sh [SECONDS [TARGET…]]
-# What is found is kept in build/fuzz/found; a crash ends the script. With a long run, add what is
-# new there to fuzz/corpus with: build/fuzz/fuzz_TARGET -merge=1 fuzz/corpus/TARGET build/fuzz/found/TARGET
+# New inputs are kept in build/fuzz/found; a crash ends the script. After a long run, add them to the
+# corpus with: build/fuzz/fuzz_TARGET -merge=1 fuzz/corpus/TARGET build/fuzz/found/TARGET
 set -euo pipefail
 unset CDPATH
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -11,7 +11,7 @@ project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 seconds=${1:-5}
 shift $(($# > 0 ? 1 : 0))
 targets=("$@")
-[ $# -gt 0 ] || targets=(headers challenge reply inspection settings start)
+[ $# -gt 0 ] || targets=(headers challenge reply inspection settings)
 
 need_packages "${BUILD_PACKAGES[@]}" "${FUZZ_PACKAGES[@]}"
 cd "$project"
@@ -24,7 +24,7 @@ for target in "${targets[@]}"; do
   if ! "build/fuzz/fuzz_$target" -max_total_time="$seconds" -max_len=4096 -timeout=10 \
     -print_final_stats=1 -artifact_prefix="build/fuzz/$target-" "$found" "fuzz/corpus/$target" >"$log" 2>&1; then
     tail -n 60 "$log"
-    stop "$target: a fault was found"
+    stop "$target: found a fault"
   fi
   echo "$target: $(sed -n 's/^stat::number_of_executed_units: *//p' "$log") runs, $(find "$found" -type f | wc -l) inputs kept"
 done

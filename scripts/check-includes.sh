@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Checks that includes run one way, as docs/architecture.md says: scripts/check-includes.sh
-# Prints each include that its room may not use, and then exits with 1.
+# Checks the directions of includes that docs/architecture.md describes: scripts/check-includes.sh
+# Prints each include that is not allowed, and then exits with 1.
 set -euo pipefail
 unset CDPATH
 cd "$(dirname "${BASH_SOURCE[0]}")/../src"
 
-# The rooms whose headers each room may include besides its own. A backend, in posix/ or qt/, may
+# The folders whose headers each folder may include besides its own. A backend, in posix/ or qt/, may
 # also include the headers of its parent. "text" stands for platform/text, and so on.
 declare -A allowed=(
   [text]=""
@@ -45,12 +45,12 @@ while read -r line; do
   if [[ $form == '"' ]]; then
     [[ " $room ${allowed[$room]-} " == *" $target "* ]] ||
       [[ $room == */* && $target == "${room%/*}" && $room == */@(posix|qt) ]] ||
-      refuse "$file" "$name" "its room may not"
+      refuse "$file" "$name" "its folder may not"
   elif [[ $name == Q* || $name == xcb/* ]]; then
-    [[ $room/ == */qt/* ]] || refuse "$file" "$name" "the toolkit belongs in folders called qt"
+    [[ $room/ == */qt/* ]] || refuse "$file" "$name" "Qt and XCB belong in folders named qt"
   elif [[ $name == *.h ]]; then
     [[ $room == */posix || $room == commands/open ]] ||
-      refuse "$file" "$name" "the system belongs in folders called posix"
+      refuse "$file" "$name" "system headers belong in folders named posix"
   fi
 done < <(grep -rnE '^ *# *include' . --include='*.cpp' --include='*.h' --include='*.in')
 exit $status

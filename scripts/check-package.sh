@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the package twice and looks at it, then lives with it on this machine, as root or with sudo:
-# it is installed, opens a document, and is removed. scripts/check-package.sh [DOCUMENT.indd]
+# Builds the package twice and checks it. Then installs it on this machine, as root or with sudo,
+# opens a document with it, and removes it: scripts/check-package.sh [DOCUMENT.indd]
 # The package stays in build/package.
 set -euo pipefail
 unset CDPATH
@@ -13,14 +13,14 @@ document=${1:-"$project/examples/CS4 Windows.indd"}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 
-# pack BUILD RESULT: builds in that folder, and puts the package there.
+# pack BUILD RESULT: builds in the folder BUILD and writes the package to the folder RESULT.
 pack() {
   cmake -S "$project" -B "$1" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
   cmake --build "$1" >"$folder/log" || { cat "$folder/log"; exit 1; }
   (cd "$1" && cpack -B "$2" >/dev/null)
 }
 
-# The names of all files where packages put theirs, but for what the package manager keeps.
+# The names of all files where packages install theirs, except the package manager's own.
 names() {
   find /etc /opt /srv /usr /var \( -path "$project" -o -path /var/cache -o -path /var/lib/apt \
     -o -path /var/lib/dpkg -o -path /var/log -o -path /var/tmp \) -prune -o -print 2>/dev/null | sort

@@ -23,9 +23,9 @@ command -v rsvg-convert >/dev/null \
 command -v png2icns >/dev/null \
   || fail 'png2icns not found, install the Debian package icnsutils'
 
-# Another font would be used without a word, with other widths.
+# Without this font, rsvg-convert would silently use another one with other widths.
 if command -v fc-list >/dev/null && [[ -z $(fc-list 'DejaVu Sans:bold') ]]; then
-  fail 'the font DejaVu Sans Bold not found, install the Debian package fonts-dejavu-core'
+  fail 'font DejaVu Sans Bold not found, install the Debian package fonts-dejavu-core'
 fi
 
 # draw NAME WIDTH HEIGHT

@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Opens a document by what a double click on it runs, sees that the installed program's window comes
-# up, and quits: scripts/open-installed.sh DOCUMENT.indd
+# Opens a document as a double click does, checks that the installed program shows it, and quits:
+# scripts/open-installed.sh DOCUMENT.indd
 set -euo pipefail
 
-# await COMMAND…: runs it until it succeeds, for ten seconds.
+# await COMMAND…: repeats it until it succeeds, for up to ten seconds.
 await() {
   for _ in $(seq 100); do
     "$@" && return
     sleep 0.1
   done
-  echo "${0##*/}: in vain: $*" >&2
+  echo "${0##*/}: timed out: $*" >&2
   exit 1
 }
 window() { xdotool search --onlyvisible --name "^$(basename "$1")\$"; }
@@ -25,4 +25,4 @@ program=$(xdotool getwindowpid "$(window "$1")")
 [ "$(readlink "/proc/$program/exe")" = /usr/bin/vintrace ]
 xdotool windowactivate --sync "$(window "$1")" key ctrl+q
 await ended
-echo "$1, of type $type, was opened by the installed program"
+echo "the installed program opened $1, of type $type"

@@ -1,9 +1,9 @@
 # shellcheck shell=bash disable=SC2034
 # Sourced: makes sure that Debian packages are installed.
 
-# What the programs need to be built and run, what the tests need beyond it, and what only the
-# benchmarks, the checks of the package and those of the code itself need.
-BUILD_PACKAGES=(cmake g++ libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
+# The packages for building and running the programs, and those that the tests, the benchmarks, the
+# fuzz targets, the package checks and the code checks need besides.
+BUILD_PACKAGES=(cmake g++ libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-translations-l10n qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
 TEST_PACKAGES=(dbus-daemon libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
 BENCH_PACKAGES=(curl libbenchmark-dev libssl-dev nginx-light strace time xvfb)
 FUZZ_PACKAGES=(clang libclang-rt-dev)
@@ -18,8 +18,8 @@ missing_packages() {
   done
 }
 
-# need_packages PACKAGE…: installs those that are missing, as root or with sudo. Where that can't be
-# done, it names them and ends the script.
+# need_packages PACKAGE…: installs those that are missing, as root or with sudo. If it can't, it names
+# them and ends the script.
 need_packages() {
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     need_commands
@@ -42,8 +42,8 @@ as_root() {
   fi
 }
 
-# Servers among the packages, which tests start by themselves, are not to start as services.
-# shellcheck disable=SC2016  # A shell that may be the superuser's reads it.
+# Keeps installed servers from starting as services, since the tests start their own.
+# shellcheck disable=SC2016  # Expanded by the shell that runs it.
 INSTALL='
 set -e
 policy=/usr/sbin/policy-rc.d
@@ -58,7 +58,7 @@ apt-get update --quiet --quiet
 apt-get install --yes --quiet --quiet --no-install-recommends "$@"
 '
 
-# On a system without Debian's packages: goes on when what the build needs is there.
+# On a system without Debian's packages: ends the script if a part that the build needs is missing.
 need_commands() {
   local command
   for command in cmake ninja c++; do
@@ -71,9 +71,9 @@ need_commands() {
 }
 
 stop_for_needs() {
-  stop "there is no $1, and this system has no apt-get. Needed are CMake 3.25, Ninja, a C++20 compiler," \
-    "Qt 6.4 with its Widgets, a Japanese font and, but on macOS, libxcb, expat and pkg-config; for the tests" \
-    "also GoogleTest."
+  stop "$1 is missing, and this system has no apt-get. Please install CMake 3.25, Ninja, a C++20 compiler," \
+    "Qt 6.4 with Widgets, a Japanese font and, except on macOS, libxcb and pkg-config. The tests also need" \
+    "GoogleTest."
 }
 
 stop() {

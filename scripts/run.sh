@@ -15,7 +15,7 @@ documents=("$@")
 [ $# -gt 0 ] || documents=("$project"/examples/*.indd)
 
 if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ] && [ "$(uname)" = Linux ]; then
-  echo "There is no display, so here are the rows instead of the windows:" >&2
+  echo "There is no display. Printing rows instead of opening windows:" >&2
   exec "$project/build/release/vintrace-inspect" -- "${documents[@]}"
 fi
 program="$project/build/release/vintrace"

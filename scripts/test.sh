@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Sets up, builds with the sanitizers and passes the tests: scripts/test.sh [CMAKE_OPTION…]
+# Sets up, builds with the sanitizers and runs the tests: scripts/test.sh [CMAKE_OPTION…]
 set -euo pipefail
 unset CDPATH
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

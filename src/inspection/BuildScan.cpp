@@ -18,8 +18,8 @@ constexpr std::size_t BlockSize = 6144;
 constexpr std::string_view MarkerLittle = "\x4E\x0E\x66\x6A\x30\xE6\x30";
 constexpr std::string_view MarkerBig = "\x4E\x0D\x66\x0E\x30\x6A\x30";
 
-// The 16-bit value 0x4009 before a major version of one digit; 0x40 before one of two digits, in
-// both byte orders.
+// The 16-bit value 0x4009 before a major version of one digit; the byte 0x40 before one of two
+// digits, in both byte orders.
 constexpr std::string_view LeadLittle = "\x09\x40";
 constexpr std::string_view LeadBig = "\x40\x09";
 constexpr std::string_view LeadOfTwoDigits = "\x40";

@@ -20,17 +20,17 @@ struct BuildPattern {
 
 BuildPattern PatternOf(DocumentByteOrder order, std::string_view buildPrefix);
 
-/// What a scan looks for: a block with the marker and the delimiter, or with the delimiter.
+/// What a scan looks for: a block with the marker and the delimiter, or with the delimiter alone.
 enum class ScanKind { MarkerScan, DelimiterScan };
 
 /// The bytes of one read, at most 6144.
 using ScanBlock = String;
 
-/// The end of a scan.
+/// The result of a scan.
 struct ScanResult {
   ScanKind kind;
   ScanBlock block;     ///< The last block read.
-  std::int64_t count;  ///< The number of fields between delimiters in `block`; 0: it is empty.
+  std::int64_t count;  ///< The number of fields between delimiters in `block`; 0 if it is empty.
 };
 
 /// Read the blocks of `item` from offset 40960 on until one has what the scan looks for, or the
@@ -41,8 +41,8 @@ ScanResult DelimiterScan(const FolderItem& item, const BuildPattern& pattern);
 /// The `MarkerScan`; if that ended in a block without a delimiter, the `DelimiterScan`.
 ScanResult ScanForBuild(const FolderItem& item, const BuildPattern& pattern);
 
-/// The prefix and the first 6 or 7 bytes after the block's last delimiter; without a delimiter, the
-/// first 6 or 7 bytes of the block. 7 if the seventh is a digit.
+/// The prefix, and 6 bytes after the block's last delimiter, or 7 if the seventh is a digit.
+/// Without a delimiter, these bytes are the first ones of the block.
 String BuildText(const ScanResult& scan, const BuildPattern& pattern);
 
 /// Writes the build text into `report`; "不明" if the document has no block. If the third byte of

@@ -5,7 +5,7 @@
 namespace vintrace::inspection {
 namespace {
 
-/// `n` as a count of bytes of `s`, held between none and all of them.
+/// `n` clamped to the range from 0 to the size of `s`.
 std::size_t Clamped(std::int64_t n, std::string_view s) {
   return static_cast<std::size_t>(std::clamp<std::int64_t>(n, 0, LenB(s)));
 }

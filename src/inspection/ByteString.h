@@ -6,7 +6,7 @@
 #include "platform/text/String.h"
 
 /// Operations on strings of bytes, zero bytes included, without regard to an encoding. Positions
-/// are 1-based. No operation raises. A `std::string_view` result is a part of the argument's bytes.
+/// are 1-based. No operation raises. A `std::string_view` result points into the argument.
 namespace vintrace::inspection {
 
 /// The number of bytes of `s`.

@@ -24,7 +24,7 @@ std::string_view EditionField(const ScanResult& scan, const BuildPattern& patter
   return NthFieldB(scan.block, pattern.BuildDelimiter, std::max<std::int64_t>(scan.count - 1, 1));
 }
 
-/// The byte that tells the edition; empty if the field is too short. Its place is counted from the
+/// The byte that gives the edition; empty if the field is too short. Its place is counted from the
 /// field's end after a `MarkerScan`, and from its start after a `DelimiterScan`.
 std::string_view EditionByte(const ScanResult& scan, const BuildPattern& pattern) {
   const std::string_view field = EditionField(scan, pattern);

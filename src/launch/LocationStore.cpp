@@ -15,7 +15,7 @@ std::vector<String> LoadLocations(const FolderItem& file) {
     return locations;
   }
   auto stream = TextInputStream::Open(file);
-  // The end is tested after each line and not before the first, so that an empty file has one line.
+  // Tests for the end only after the first line, so that an empty file has one empty line.
   do {
     locations.push_back(stream.ReadLine());
   } while (!stream.EndOfFile());

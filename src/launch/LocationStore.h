@@ -10,7 +10,7 @@
 
 /// The store of application locations: a text file, and its lines in memory. Each line is the path
 /// of one application in shell form, oldest first. Lines name no release and are not checked: blank
-/// lines, duplicates and lines that are no path stay where they are.
+/// lines, duplicates and lines that are not paths are kept.
 namespace vintrace::launch {
 
 /// The file's name in the user's folder for application data.
@@ -21,14 +21,14 @@ inline constexpr std::string_view SettingsFileName = "VNTR.ini";
 std::vector<String> LoadLocations(const FolderItem& file);
 
 /// The index of the first location whose path, folders included, contains `product`; nil if there
-/// is none. Ignores ASCII case and the ends of words: a path of CS5.5 contains "Adobe InDesign
+/// is none. Ignores ASCII case and word boundaries: a path of CS5.5 contains "Adobe InDesign
 /// CS5". `product` must not be empty.
 std::optional<std::int64_t> FindLocation(const std::vector<String>& locations,
                                          std::string_view product);
 
 /// Replaces the contents of `file` by `locations`, each with a line end. Raises
-/// `NilObjectException` for a nil file, and `IOException` if it can't be written; a part of
-/// `locations` may be in the file then.
+/// `NilObjectException` for a nil file, and `IOException` if it can't be written; the file may
+/// hold a part of `locations` then.
 void RewriteLocations(const std::optional<FolderItem>& file, const std::vector<String>& locations);
 
 }  // namespace vintrace::launch

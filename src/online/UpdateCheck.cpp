@@ -10,9 +10,9 @@ namespace {
 
 constexpr int AnyTLS = 3;
 constexpr std::int64_t SecondsOfSilence = 5;
-constexpr std::size_t LongestReply = 65536;  // An error page, as much as one word.
+constexpr std::size_t LongestReply = 65536;  // Room for an error page; a reply is one word.
 
-/// Nil when a part of the program is missing, and no service can be reached.
+/// Nil if a bundled part that the network needs is missing.
 Network* NetworkIfAny() {
   try {
     return &Host::Current().Network();

@@ -4,7 +4,7 @@
 
 namespace vintrace::online {
 
-/// The notice that a newer release is there, with ways to the page that has it and to the web site.
+/// The notice of a newer release, with links to its download page and to the web site.
 class UpdateWin : public Window {
  public:
   /// The open notice; a new one if there is none.

@@ -28,7 +28,7 @@ inline auto cc2017() { return Named("cc2017"); }
 inline auto cc2018() { return Named("cc2018"); }
 inline auto cc2019() { return Named("cc2019"); }
 
-/// A release outside the table, 48 by 48 pixels.
+/// For a release outside the table, 48 by 48 pixels.
 inline auto und() { return Named("und"); }
 
 /// The background of the about window, 460 by 300 pixels.

@@ -22,7 +22,7 @@ constexpr std::string_view UpdateField = "Vintrace";
 constexpr std::string_view LaunchReportField = "Vintrase";
 constexpr std::string_view DocumentFileType = "indd";
 
-/// The open window at that place from the front. Raises `NilObjectException` when there is none.
+/// The open window `index`, 0 for the front one. Raises `NilObjectException` if there is none.
 std::shared_ptr<Window> WindowAt(int index) {
   auto window = desktop::Window(index);
   if (!window) throw NilObjectException("Window");
@@ -96,7 +96,7 @@ bool App::_EditAllCopy_Action() {
 }
 
 bool App::_AllClose_Action() {
-  // From back to front, so that closing a window doesn't move those that are still to be closed.
+  // From back to front, so that the indices of the remaining windows stay valid.
   for (int index = desktop::WindowCount() - 1; index >= 0; --index) WindowAt(index)->Close();
   return false;
 }

@@ -5,10 +5,10 @@
 /// The file types that the program knows.
 namespace vintrace::FileTypes1 {
 
-/// InDesign documents, by the name "indd"; file dialogs know it from `_Initialize` on.
+/// InDesign documents, under the name "indd". File dialogs know the type after `_Initialize`.
 FileType& pIndd();
 
-/// Makes and registers the types. Called once at start-up, before any dialog.
+/// Registers the types. Called once at start-up, before any dialog.
 void _Initialize();
 
 }  // namespace vintrace::FileTypes1

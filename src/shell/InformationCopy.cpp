@@ -9,15 +9,15 @@
 namespace vintrace {
 namespace {
 
-/// The text of the label at that place in the order of creation. Raises `NilObjectException` when
-/// there is no label.
+/// The text of the label `controlIndex` in creation order. Raises `NilObjectException` if that
+/// control is missing or not a label.
 const String& TextOf(const Window& window, int controlIndex) {
   const auto* label = dynamic_cast<const Label*>(window.Control(controlIndex));
   if (label == nullptr) throw NilObjectException("Label");
   return label->Text();
 }
 
-bool TellsOfADocument(const std::shared_ptr<Window>& window) {
+bool ShowsADocument(const std::shared_ptr<Window>& window) {
   return std::dynamic_pointer_cast<Window1>(window) != nullptr;
 }
 
@@ -38,7 +38,7 @@ String InformationOfAllWindows() {
   String rows;
   for (int index = 0; index < desktop::WindowCount(); ++index) {
     const auto window = desktop::Window(index);
-    if (!TellsOfADocument(window)) continue;
+    if (!ShowsADocument(window)) continue;
     rows += InformationRow(
         {window->Title(), TextOf(*window, 2), TextOf(*window, 3), TextOf(*window, 4)}, converter);
     rows += EndOfLine;

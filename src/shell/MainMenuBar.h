@@ -19,8 +19,8 @@ class MainMenuBar : public MenuBar {
   void Untitled1();
 };
 
-/// The items of those names in the application's menu bar. They raise `NilObjectException` while it
-/// has none.
+/// The items of these names in the application's menu bar. Raise `NilObjectException` while the
+/// application has no menu bar.
 MenuItem& hiraku();
 ApplicationMenuItem& kono();
 MenuItem& upchk();

@@ -30,8 +30,8 @@ struct ControlRow {
   std::string_view text;
 };
 
-/// The controls in creation order, which is also their order in the copied rows and, where two
-/// share a place, from bottom to top: `PushButton3` covers the link `StaticText4`.
+/// The controls in creation order. `InformationOfAllWindows` relies on their indices, and later
+/// controls are on top: `PushButton3` covers the link `StaticText4`.
 constexpr std::array<ControlRow, 9> ControlTable{{
     {{"PushButton2", 183, 111, 69, 20, 0, "Osaka", 12}, Kind::PushButton, "閉じる"},
     {{"StaticText1", 20, 10, 240, 20, 1, "Osaka", 12}, Kind::Label, "Vintrace CS"},

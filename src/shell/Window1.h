@@ -8,12 +8,11 @@
 
 namespace vintrace {
 
-/// The window of one document: the report of its inspection, which lives in the window's controls.
+/// The window of one document, whose controls hold the report of its inspection.
 class Window1 : public Window, public inspection::InspectionReport {
  public:
-  /// The document of this window.
   std::optional<FolderItem> inddDoc;
-  /// The location in shell form of the application that the user chose last in this window.
+  /// The path, in shell form, of the application that the user chose last in this window.
   String shp;
 
   void Layout() override;
@@ -35,11 +34,11 @@ class Window1 : public Window, public inspection::InspectionReport {
   virtual void StaticText4_MouseEnter();
   virtual void StaticText4_MouseUp();
   virtual bool StaticText4_MouseDown();
-  /// Opens the document in the known application of its release, or asks for one; when it opens,
-  /// the front window closes.
+  /// Opens the document in the known application of its release. If there is none, or that fails,
+  /// asks the user for one. Closes the front window if the document opens.
   virtual void PushButton3_Action();
 
-  // The items of those names in the window's menu bar.
+  // The items of these names in the window's menu bar.
   virtual MenuItem& EditMenu() const;
   virtual ApplicationMenuItem& kono() const;
   virtual MenuItem& EditSeparator2() const;
@@ -55,17 +54,17 @@ class Window1 : public Window, public inspection::InspectionReport {
   void AddMenuHandlers() override;
   void Event_EnableMenuItems() override;
   void Event_Open() override {}
-  /// Handlers of the menu items, which return false: what the window tells goes to the clipboard as
-  /// one row; the window closes.
+  /// Handlers of the menu items; both return false. The first copies the report to the clipboard as
+  /// one row, the second closes the window.
   virtual bool _clcopy_Action();
   virtual bool _closewin_Action();
-  /// Opens the document in the application at `path`, in shell form. False when that can't be.
+  /// Calls `launch::OpenApp` with the document and the application at `path`, in shell form.
   virtual bool OpenApp(const String& path);
-  /// Asks the user for the application of the document's release, and stores its location, here and
-  /// in `App`'s list. False on cancel, which changes nothing. Raises what a rewrite of the settings
-  /// file raises; the location is known to this run all the same.
+  /// Asks the user for the application of the document's release, and stores its location in `shp`,
+  /// `App::apploc` and the settings file. False on cancel, which changes nothing. Raises like
+  /// `launch::RewriteLocations`; `shp` and `apploc` have the location even then.
   virtual bool RegistApp();
-  /// Forgets the element `index` of `App`'s list of locations. Raises as `RegistApp`.
+  /// Calls `launch::DeleteApp` for the element `index` of `App::apploc`.
   virtual void DeleteApp(std::int64_t index);
 
   // The report, in the controls.

@@ -18,7 +18,7 @@ struct ControlRow {
   std::string_view text;
 };
 
-/// The controls, which all are labels, in creation order.
+/// The controls, all of them labels, in creation order.
 constexpr std::array<ControlRow, 4> ControlTable{{
     {{"StaticText1", 249, 210, 150, 20, 1, "Osaka", 0}, endpoints::WebPageWithoutSlash},
     {{"StaticText2", 249, 234, 150, 20, 3, "Osaka", 0}, endpoints::Mail},

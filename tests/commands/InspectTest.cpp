@@ -1,4 +1,4 @@
-// vintrace-inspect as its users start it, through a shell.
+// vintrace-inspect, run by a shell.
 
 #include <gtest/gtest.h>
 
@@ -15,8 +15,8 @@ namespace {
 
 class InspectTest : public testing::Test {
  protected:
-  /// Runs `command` in the folder of the documents, where the program is on the path: its output,
-  /// what it says on standard error, and its status as a shell has it.
+  /// Runs `command` in the folder of the documents, with the program on the PATH. Returns its
+  /// output, a line "errors:", its error output, and a line with the exit status.
   String Run(const std::string& command) const {
     const std::string line = "{ " + command + "\n} >output 2>errors; status=$?; " +
                              "{ cat output; echo errors:; cat errors; echo $status; } >outcome";
@@ -39,7 +39,7 @@ class InspectTest : public testing::Test {
 const std::string Found = "\tAdobe InDesign CS6\tMacintosh Edition\t8.0.0.370\n";
 const std::string Good = "errors:\n0\n";
 
-TEST_F(InspectTest, GivesARowADocumentInOrderAndALineWhatIsNone) {
+TEST_F(InspectTest, PrintsARowPerDocumentInOrderAndAnErrorPerOtherFile) {
   Document("b.indd");
   Document("a.INDD");
   DocumentBuilder other(BodyStart);
@@ -61,7 +61,7 @@ TEST_F(InspectTest, GivesARowADocumentInOrderAndALineWhatIsNone) {
                 "1\n");
 }
 
-TEST_F(InspectTest, ADocumentIsOneRowWhateverItsNameAndItsBytes) {
+TEST_F(InspectTest, ADocumentIsOneRowWhateverItsNameAndContent) {
   Document("t\ta\nb\x1B[2J.indd");
   Document("\xFF\xFE.indd");
   folder.File("c.indd", DocumentBuilder(BodyStart).Release(8).Put(BodyStart, "\n\t\rabc").Bytes());
@@ -73,14 +73,14 @@ TEST_F(InspectTest, ADocumentIsOneRowWhateverItsNameAndItsBytes) {
             "errors:\nvintrace-inspect: x\uFFFDy.indd: No such file or directory\n1\n");
 }
 
-TEST_F(InspectTest, RowsOfProgramsThatShareAFileStayWhole) {
+TEST_F(InspectTest, RowsStayWholeWhenProcessesShareAnOutputFile) {
   Document("a.indd");
   EXPECT_EQ(Run("yes a.indd | head -n 5000 | xargs -P 2 -n 1000 vintrace-inspect >>rows; "
                 "grep -vc '0.0.370$' rows; wc -l <rows"),
             "0\n5000\n" + Good);
 }
 
-TEST_F(InspectTest, TellsHowItIsUsed) {
+TEST_F(InspectTest, PrintsUsageHelpAndVersion) {
   Document("--help.indd");
   const std::string usage = "Usage: vintrace-inspect [--] FILE...\n";
   for (const std::string wrong : {"", "--", "--frob a.indd", "-"}) {
@@ -92,9 +92,9 @@ TEST_F(InspectTest, TellsHowItIsUsed) {
   EXPECT_EQ(Run("vintrace-inspect -- --help.indd"), "--help.indd" + Found + Good);
 }
 
-TEST_F(InspectTest, AClosedPipeEndsItQuietlyAndAFullDiskDoesNot) {
+TEST_F(InspectTest, AClosedPipeEndsItQuietlyButAFullDiskIsReported) {
   Document("a.indd");
-  // Where the signal of a closed pipe is ignored, the write fails instead.
+  // With SIGPIPE ignored, the write fails instead.
   EXPECT_EQ(Run("set -- $(yes a.indd | head -n 10000); vintrace-inspect \"$@\" | head -n 1; "
                 "trap '' PIPE; vintrace-inspect \"$@\" | head -n 1"),
             "a.indd" + Found + "a.indd" + Found + Good);

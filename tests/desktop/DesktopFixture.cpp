@@ -46,7 +46,7 @@ QImage Drawn(const QString& text, QSize size, int pixelSize, QColor color) {
 
 ProgramOnDesktop::ProgramOnDesktop()
     : path_("PATH", (folder.Path().native() + ':' + std::getenv("PATH")).c_str()) {
-  // A browser that notes the address which it is given.
+  // A browser that records the addresses it is given.
   folder.File("xdg-open", "#!/bin/sh\necho \"$1\" >>\"${0%/*}/opened\"\n");
   std::filesystem::permissions(folder.Path() / "xdg-open", std::filesystem::perms::owner_all);
 }
@@ -102,7 +102,7 @@ testing::AssertionResult ProgramOnDesktop::HasWindows(const Lines& titles) {
     return seen == titles;
   };
   if (Comes(look)) return testing::AssertionSuccess();
-  return testing::AssertionFailure() << "it has " << testing::PrintToString(seen);
+  return testing::AssertionFailure() << "the windows are " << testing::PrintToString(seen);
 }
 
 QImage ProgramOnDesktop::Screenshot(WId window) {
@@ -164,7 +164,7 @@ bool ProgramOnDesktop::IsTakenBy(WId window, const QByteArray& bytes, const char
   OutputOf("xdotool", {"mousedown", "1"});
   EXPECT_TRUE(Comes([] { return QGuiApplication::mouseButtons() == Qt::LeftButton; }));
 
-  const QPointer<QDrag> drag = new QDrag(&source);  // The platform ends its life.
+  const QPointer<QDrag> drag = new QDrag(&source);  // Deleted by Qt.
   auto* data = new QMimeData;
   data->setData(format, bytes);
   drag->setMimeData(data);
@@ -180,7 +180,7 @@ bool ProgramOnDesktop::IsTakenBy(WId window, const QByteArray& bytes, const char
     OutputOf("xdotool", {"mouseup", "1"});
   });
   const auto action = drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
-  EXPECT_TRUE(Comes([&] { return drag.isNull(); })) << "the window hasn't fetched what it took";
+  EXPECT_TRUE(Comes([&] { return drag.isNull(); })) << "the drag has not ended";
   const auto answer = std::ranges::find_if(messages.heard, isAnswer);
   const bool taken = answer != messages.heard.end() && (answer->data.data32[1] & 1) != 0;
   EXPECT_EQ(action, taken ? Qt::CopyAction : Qt::IgnoreAction);

@@ -17,23 +17,23 @@ namespace vintrace::test {
 
 using Lines = std::vector<std::string>;
 
-constexpr int Patience = 15'000;  // Milliseconds; what is awaited comes within one second.
+constexpr int Patience = 15'000;  // Milliseconds. Awaited events normally come within one second.
 
 template <class Condition>
 bool Comes(Condition condition) {
   return QTest::qWaitFor(condition, Patience);
 }
 
-/// The standard output of a command that ends by itself.
+/// Runs a command to its end and returns its standard output.
 QString OutputOf(const QString& program, const QStringList& arguments);
 
-/// The windows that the window manager shows.
+/// The windows that the window manager manages.
 std::vector<WId> ManagedWindows();
 
-/// `text` as it looks on the windows' light ground.
+/// `text` as the program draws it on the background of its windows.
 QImage Drawn(const QString& text, QSize size, int pixelSize, QColor color);
 
-/// Keeps what other clients of the X server tell this one, or all.
+/// Records the X11 client messages that this process receives.
 class ClientMessages : public QAbstractNativeEventFilter {
  public:
   ClientMessages() { qApp->installNativeEventFilter(this); }
@@ -47,61 +47,61 @@ class ClientMessages : public QAbstractNativeEventFilter {
   }
 };
 
-/// The program on an X server with a window manager, and its user's eyes and hands.
+/// Runs the program on an X server with a window manager, and operates and observes it as a user.
 class ProgramOnDesktop : public testing::Test {
  protected:
   ProgramOnDesktop();
 
-  /// Ends the program, if it still runs; however it ends, nothing has gone wrong in it.
+  /// Terminates the program if it still runs, and expects exit status 0.
   void TearDown() override;
 
   void StartWith(const QStringList& documents) { Start(program, documents); }
 
   /// Starts the program once more.
   static std::unique_ptr<QProcess> StartAgain(const QStringList& documents);
-  /// True when that start ends with status 0.
+  /// Waits for the process to end. True if it exits with status 0.
   static bool IsTaken(QProcess& start);
 
-  /// Waits until the program has ended by itself, with status 0.
+  /// Waits for the program to exit, and expects status 0.
   void AwaitEnd();
 
-  /// Makes a document that release `version` saved on Windows; "8.0.0.397" if that is 8.
+  /// The path of a new document, saved on Windows by release `version`: "VERSION.0.0.397".
   QString PathOfDocument(const std::string& name, std::uint8_t version = 8) const;
 
-  /// Waits for a visible window with that title; 0 when none comes.
+  /// Waits for a visible window whose title matches a regular expression; 0 if none comes.
   static WId WindowNamed(const QString& title);
 
-  /// Waits until the windows that the window manager shows have these titles, which are sorted.
+  /// Waits until the managed windows have exactly these titles, given in sorted order.
   static testing::AssertionResult HasWindows(const Lines& titles);
 
   static QImage Screenshot(WId window);
 
-  /// A place of a document's content as a place of its window, which carries the menu bar above it.
+  /// Converts a point of a document's content to a point of its window, which has a menu bar above.
   static QPoint Place(WId window, QPoint place);
 
-  /// Waits until that part of the window's content looks like `image`.
+  /// Waits until the window's content at `place` equals `image`.
   static bool Shows(WId window, QPoint place, const QImage& image);
 
   static void MoveMouse(WId window, QPoint point);
   static void Click(WId window, QPoint point);
 
-  /// Activates the window, and presses the keys one after the other.
+  /// Activates the window and presses the keys, named as in xdotool, one after another.
   static void Press(WId window, const QStringList& keys);
 
-  /// Chooses the last item of the stand-in window's last menu; gives the about window.
+  /// Chooses the last item of the window's last menu, and returns the about window.
   static WId OpenAboutWindow(WId standIn);
 
   /// Waits for the message box and closes it.
   static void DismissMessage();
 
-  /// What a file manager drags when it drags the document of that name, which is made.
+  /// Makes the document `name` and returns its line for text/uri-list.
   QByteArray AddressOf(const std::string& name) const;
 
-  /// Drags with the mouse from another window to the middle of this one, and lets go when that has
-  /// answered. True when the window takes it, which it has told before.
+  /// Drags `bytes` with the mouse from another window to the middle of `window`, and drops them
+  /// after its answer (XdndStatus). True if that answer accepts them.
   static bool IsTakenBy(WId window, const QByteArray& bytes, const char* format = "text/uri-list");
 
-  /// The first address that the browser was given; empty as long as there is none.
+  /// The first address that the browser was given; empty if there is none yet.
   std::string Opened() const;
 
   static std::string Clipboard();

@@ -1,4 +1,4 @@
-// Files that the user drags from another program: this one.
+// Files dragged to the program from another process, which is the test.
 
 #include "desktop/DesktopFixture.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 using DropTest = ProgramOnDesktop;
 
-TEST_F(DropTest, FilesDroppedOnTheStandInAreOpenedAndOnNoOtherWindow) {
+TEST_F(DropTest, OnlyTheStandInWindowOpensDroppedFiles) {
   StartWith({});
   const WId standIn = WindowNamed("Vintrace");
   const WId about = OpenAboutWindow(standIn);

@@ -1,4 +1,4 @@
-// Several starts of the program, which give one running program.
+// Repeated starts of the program, which share one running instance.
 
 #include <sys/types.h>
 
@@ -19,7 +19,7 @@ bool IsActive(WId window) {
   return OutputOf("xdotool", {"getactivewindow"}).toULongLong() == window;
 }
 
-/// The text of the messages that come in pieces of bytes.
+/// The text of the messages of format 8, each of which carries a piece of it.
 std::string TextOf(const ClientMessages& messages) {
   std::string text;
   for (const auto& message : messages.heard) {
@@ -29,7 +29,7 @@ std::string TextOf(const ClientMessages& messages) {
   return text;
 }
 
-TEST_F(StartsOnDesktop, TheSecondBringsTheFirstToTheFrontForTheDesktop) {
+TEST_F(StartsOnDesktop, ASecondStartRaisesTheFirstAndEndsStartupNotification) {
   StartWith({PathOfDocument("a.indd")});
   const WId a = WindowNamed("a.indd");
   QWidget other;
@@ -42,12 +42,12 @@ TEST_F(StartsOnDesktop, TheSecondBringsTheFirstToTheFrontForTheDesktop) {
     EXPECT_TRUE(IsTaken(*StartAgain({})));
     EXPECT_TRUE(Comes([&] { return IsActive(a); })) << id;
   }
-  // Of the first of them, which has no id, nothing is told.
+  // The first of the two starts has no id, so no message is sent for it.
   const std::string told = R"(remove: ID="launcher \"of\" vintrace_TIME4294967295")" + String(1, 0);
   EXPECT_TRUE(Comes([&] { return TextOf(messages).starts_with(told); })) << TextOf(messages);
 }
 
-TEST_F(StartsOnDesktop, AtTheSameTimeTheyOpenEachDocumentOnce) {
+TEST_F(StartsOnDesktop, SimultaneousStartsOpenEachDocumentOnce) {
   Lines names;
   std::vector<std::unique_ptr<QProcess>> starts;
   for (char letter = 'a'; letter <= 'l'; ++letter) {
@@ -61,7 +61,7 @@ TEST_F(StartsOnDesktop, AtTheSameTimeTheyOpenEachDocumentOnce) {
   for (const auto& start : starts) EXPECT_TRUE(IsTaken(*start));
 }
 
-TEST_F(StartsOnDesktop, BesideAHangingProgramEachRunsOnItsOwnAndOpensItsDocumentOnce) {
+TEST_F(StartsOnDesktop, AStartBesideAHungProgramRunsAloneAndOpensItsDocumentOnce) {
   StartWith({PathOfDocument("a.indd")});
   ASSERT_NE(WindowNamed("a.indd"), 0U);
   const auto id = static_cast<pid_t>(program.processId());
@@ -78,7 +78,7 @@ TEST_F(StartsOnDesktop, BesideAHangingProgramEachRunsOnItsOwnAndOpensItsDocument
   EXPECT_TRUE(IsTaken(*second));
 }
 
-TEST_F(StartsOnDesktop, WithoutABusEachRunsOnItsOwn) {
+TEST_F(StartsOnDesktop, WithoutASessionBusEachStartRunsOnItsOwn) {
   const Environment none("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
   StartWith({PathOfDocument("a.indd")});
   const auto second = StartAgain({PathOfDocument("b.indd")});
@@ -90,7 +90,7 @@ TEST_F(StartsOnDesktop, WithoutABusEachRunsOnItsOwn) {
   EXPECT_TRUE(IsTaken(*second));
 }
 
-TEST_F(StartsOnDesktop, OtherProgramsOnTheBusOpenFilesAndNothingElse) {
+TEST_F(StartsOnDesktop, OtherBusClientsCanOpenLocalFilesAndNothingElse) {
   StartWith({});
   ASSERT_NE(WindowNamed("Vintrace"), 0U);
   const auto answer = [](const char* method, const QVariantList& arguments) {
@@ -110,7 +110,7 @@ TEST_F(StartsOnDesktop, OtherProgramsOnTheBusOpenFilesAndNothingElse) {
   EXPECT_TRUE(HasWindows({"a\uFFFD.indd"}));
 }
 
-TEST_F(StartsOnDesktop, WithoutADisplayItEndsWithTheStatus1) {
+TEST_F(StartsOnDesktop, WithoutADisplayTheProgramExitsWithStatus1) {
   for (const char* display : {"", ":987"}) {
     const Environment none("DISPLAY", display);
     const auto start = StartAgain({});
@@ -120,7 +120,7 @@ TEST_F(StartsOnDesktop, WithoutADisplayItEndsWithTheStatus1) {
   }
 }
 
-TEST_F(StartsOnDesktop, ADocumentThatCannotBeReadEndsTheProgramAfterAMessage) {
+TEST_F(StartsOnDesktop, AnUnreadableDocumentEndsTheProgramAfterAMessage) {
   StartWith({"/missing.indd", PathOfDocument("a.indd")});
   DismissMessage();
   AwaitEnd();

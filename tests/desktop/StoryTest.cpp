@@ -1,5 +1,5 @@
-// A day of its user's: the program on an X server with a window manager, a shell, a clipboard and a
-// service, from two documents to its end.
+// A whole session on an X server, with a window manager, a shell, a clipboard manager and an update
+// service.
 
 #include <QWidget>
 #include <algorithm>
@@ -13,7 +13,7 @@
 namespace vintrace::test {
 namespace {
 
-/// Stands for a program that takes over what was copied when the one that copied it ends.
+/// A clipboard manager, which is asked to save the clipboard when its owner exits.
 class ClipboardManager : public QAbstractNativeEventFilter {
  public:
   explicit ClipboardManager(WId window) {
@@ -26,7 +26,7 @@ class ClipboardManager : public QAbstractNativeEventFilter {
   bool IsAsked() const { return request_.target == Atom("SAVE_TARGETS"); }
 
   void Answer() {
-    // The events of the protocol have 32 bytes all of them.
+    // Every X11 event is 32 bytes long.
     union {
       xcb_selection_notify_event_t event;
       char bytes[32];
@@ -64,13 +64,13 @@ class ClipboardManager : public QAbstractNativeEventFilter {
 
 class StoryOnDesktop : public ProgramOnDesktop {
  protected:
-  /// Waits until the browser has been given the address as its next.
+  /// Waits for the next address that the browser is given.
   void ExpectOpened(std::string_view address) const {
     EXPECT_TRUE(Comes([&] { return Opened() == address; })) << Opened();
     std::filesystem::remove(folder.Path() / "opened");
   }
 
-  /// Types the path of a file in a dialog.
+  /// Enters a path in a file dialog.
   static void ChooseIn(WId dialog, const std::string& path) {
     OutputOf("xdotool", {"windowactivate", "--sync", QString::number(dialog), "type",
                          QString::fromStdString(path)});
@@ -84,18 +84,18 @@ class StoryOnDesktop : public ProgramOnDesktop {
   const Environment service{"VINTRACE_TEST_SERVICE", host.c_str()};
 };
 
-TEST_F(StoryOnDesktop, DocumentsAreToldCopiedOpenedClosedAndDropped) {
+TEST_F(StoryOnDesktop, DocumentsAreShownCopiedOpenedClosedAndDropped) {
   StartWith({PathOfDocument("the first.indd"), PathOfDocument("二つ目.indd", 15)});
   const WId notice = WindowNamed("Vintrace CS Ver.1.20");
   const WId first = WindowNamed("the first.indd");
   const WId second = WindowNamed("二つ目.indd");
   ASSERT_TRUE(HasWindows({"Vintrace CS Ver.1.20", "the first.indd", "二つ目.indd"}));
 
-  // The notice, which the service wants, is pulled aside, and the documents are read.
+  // Move the update notice off the documents, and read them.
   OutputOf("xdotool", {"windowmove", QString::number(notice), "600", "600"});
   const QSize product(161, 20);
   EXPECT_NE(Drawn("閉", product, 12, Qt::black), Drawn("該", product, 12, Qt::black))
-      << "boxes instead of Japanese";
+      << "the font has no Japanese glyphs";
   EXPECT_TRUE(Shows(first, {104, 38}, Drawn("Adobe InDesign CS6", product, 12, Qt::black)));
   EXPECT_TRUE(Shows(first, {105, 57}, Drawn("Windows Edition", {137, 18}, 10, Qt::black)));
   EXPECT_TRUE(Shows(first, {105, 78}, Drawn("8.0.0.397", {160, 25}, 14, Qt::black)));
@@ -134,7 +134,7 @@ TEST_F(StoryOnDesktop, DocumentsAreToldCopiedOpenedClosedAndDropped) {
   const WId about = OpenAboutWindow(second);
   const QImage picture = QImage::fromData(QByteArrayView(pictures::splash()->Png()));
   ASSERT_EQ(Screenshot(about).size(), picture.size());
-  const QRect bare(0, 0, 200, 90);  // No text of the window's stands there.
+  const QRect bare(0, 0, 200, 90);  // The window has no text there.
   const QImage expected = picture.copy(bare).convertToFormat(QImage::Format_RGB32);
   EXPECT_TRUE(Comes([&] { return Screenshot(about).copy(bare) == expected; }));
   Click(about, {100, 280});
@@ -154,7 +154,7 @@ TEST_F(StoryOnDesktop, DocumentsAreToldCopiedOpenedClosedAndDropped) {
   Click(third, Place(third, {200, 120}));
   ASSERT_TRUE(HasWindows({"the first.indd"}));
 
-  // The last item of the first menu, by the mouse.
+  // Quit by a click on the last item of the first menu.
   const WId bar = WindowNamed("the first.indd");
   Click(bar, {20, 10});
   QStringList windows;
@@ -168,7 +168,7 @@ TEST_F(StoryOnDesktop, DocumentsAreToldCopiedOpenedClosedAndDropped) {
   ClipboardManager manager(keeper.winId());
   Click(menu, {area.center().x(), area.bottom() - 10});
   EXPECT_TRUE(Comes([&] { return manager.IsAsked(); }));
-  EXPECT_EQ(Clipboard(), rows) << "it would be lost with the program";
+  EXPECT_EQ(Clipboard(), rows) << "the clipboard is lost before the manager has saved it";
   manager.Answer();
   AwaitEnd();
 }

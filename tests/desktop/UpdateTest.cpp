@@ -1,4 +1,4 @@
-// The online services on a desktop: what the user sees of them, and does while they are awaited.
+// The online services on a desktop: their windows, and the user's input while they are awaited.
 
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -11,7 +11,7 @@
 namespace vintrace::test {
 namespace {
 
-/// A service that takes connections and says nothing until it goes.
+/// A service that accepts connections and never sends anything.
 class SilentService {
  public:
   SilentService() { server_.listen(QHostAddress::LocalHost); }
@@ -20,7 +20,7 @@ class SilentService {
   bool IsAsked() {
     return Comes([&] { return server_.hasPendingConnections(); });
   }
-  /// Ends a connection that somebody makes.
+  /// Waits for a connection and aborts it.
   void Refuse() {
     EXPECT_TRUE(IsAsked());
     End();
@@ -45,14 +45,14 @@ class UpdateOnDesktop : public ProgramOnDesktop {
     StartWith(documents);
   }
 
-  /// True when the program hears another start; one that nobody hears runs on, and doesn't end.
+  /// True if another start hands over to the program and ends.
   static bool Hears(const QStringList& documents) { return IsTaken(*StartAgain(documents)); }
 };
 
-TEST_F(UpdateOnDesktop, WhileAServiceIsSilentAllIsSeenNothingIsDoneAndNothingLost) {
+TEST_F(UpdateOnDesktop, WindowsRepaintAndInputIsDeferredWhileAServiceIsSilent) {
   const struct {
     bool byMenu;
-    const char* plainLoop;  ///< Which of the toolkit's event loops runs.
+    const char* plainLoop;  ///< Non-null: Qt's own event loop runs, not GLib's.
   } rows[] = {{false, nullptr}, {false, "1"}, {true, nullptr}};
   for (const auto& [byMenu, plainLoop] : rows) {
     const Environment loop("QT_NO_GLIB", plainLoop);
@@ -90,7 +90,7 @@ TEST_F(UpdateOnDesktop, WhileAServiceIsSilentAllIsSeenNothingIsDoneAndNothingLos
   }
 }
 
-TEST_F(UpdateOnDesktop, AQuitWhileAServiceIsSilentComesRightAfter) {
+TEST_F(UpdateOnDesktop, AQuitWhileAServiceIsSilentEndsTheProgram) {
   enum { Signal, Key, KeyBeforeAMessage };
   for (const auto kind : {Signal, Key, KeyBeforeAMessage}) {
     SilentService service;
@@ -113,7 +113,7 @@ TEST_F(UpdateOnDesktop, AQuitWhileAServiceIsSilentComesRightAfter) {
   }
 }
 
-TEST_F(UpdateOnDesktop, TheNoticeComesOverADocumentAndReturnOpensTheDownload) {
+TEST_F(UpdateOnDesktop, TheNoticeStaysAboveDocumentsAndReturnOpensTheDownload) {
   const Authority authority(folder.Path(), "Root");
   const Environment root("VINTRACE_TEST_ROOT", authority.Root().c_str());
   TlsServer service(authority.Sign("service"));
@@ -125,7 +125,7 @@ TEST_F(UpdateOnDesktop, TheNoticeComesOverADocumentAndReturnOpensTheDownload) {
   StartWithService("localhost:" + std::to_string(service.Port()), {PathOfDocument("a.indd")});
   const WId document = WindowNamed("a.indd");
   ASSERT_NE(document, 0U);
-  Press(document, {"Return"});  // Which is none of the notice's, as that isn't there yet.
+  Press(document, {"Return"});  // Not for the notice, which is not open yet.
   const WId notice = WindowNamed(title);
   ASSERT_NE(notice, 0U);
   EXPECT_EQ(Screenshot(notice).size(), QSize(337, 115));
@@ -135,10 +135,10 @@ TEST_F(UpdateOnDesktop, TheNoticeComesOverADocumentAndReturnOpensTheDownload) {
   EXPECT_TRUE(Comes(isAbove));
   Press(document, {"ctrl+c"});
   ASSERT_NE(WindowNamed("Vintrace"), 0U);
-  EXPECT_TRUE(Comes([&] { return !isAbove(); })) << "a box would be hidden";
+  EXPECT_TRUE(Comes([&] { return !isAbove(); })) << "the notice would hide a message box";
   DismissMessage();
   EXPECT_TRUE(Comes(isAbove));
-  Press(notice, {"ctrl+r"});  // Which brings the same one again.
+  Press(notice, {"ctrl+r"});  // Shows the same notice again.
   Press(notice, {"Return"});
   EXPECT_TRUE(HasWindows({"a.indd"}));
   EXPECT_TRUE(Comes([&] { return Opened() == endpoints::DownloadPage; })) << Opened();

@@ -1,4 +1,4 @@
-// The main stories, told once for each operation of theirs that may fail.
+// Inspection, launch and download, repeated with a failure of each system call in turn.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -24,15 +24,15 @@ namespace {
 std::atomic<int> untilFault = 0;
 std::atomic<bool> hasFailed = false;
 
-/// True for the one call that is to fail.
+/// True for the one call that must fail; sets errno.
 bool Fails() {
   if (--untilFault != 0) return false;
   errno = EIO;
   return hasFailed = true;
 }
 
-/// While it lives, the `nth` operation, from 1 on, that the program asks of the system fails,
-/// on files and processes alike. One object at a time.
+/// While it lives, the `nth` call (1-based) of the functions wrapped below fails. Only one may live
+/// at a time.
 class Fault {
  public:
   explicit Fault(int nth) {
@@ -46,18 +46,18 @@ class Fault {
 
 }  // namespace
 
-// The linker has the program's own calls of these functions come here (--wrap).
+// The linker redirects the program's calls of these functions here (--wrap).
 
 // NOLINTBEGIN(cppcoreguidelines-macro-usage,bugprone-macro-parentheses)
 
-/// A function that fails without having done anything.
+/// A function that fails without any effect.
 #define FAILING(Result, name, parameters, arguments)       \
   extern "C" Result __real_##name parameters;              \
   extern "C" Result __wrap_##name parameters {             \
     return Fails() ? Result(-1) : __real_##name arguments; \
   }
 
-/// One whose work is done all the same, as nothing would be left to do it.
+/// A function that fails after its work: otherwise a descriptor or a process would stay behind.
 #define FAILING_BEHIND(Result, name, parameters, arguments) \
   extern "C" Result __real_##name parameters;               \
   extern "C" Result __wrap_##name parameters {              \
@@ -67,7 +67,7 @@ class Fault {
 
 // NOLINTEND(cppcoreguidelines-macro-usage,bugprone-macro-parentheses)
 
-// The mode is in its register when there is one.
+// `open` has no mode without O_CREAT; then the parameter is arbitrary, and ignored.
 FAILING(int, open, (const char* path, int flags, mode_t mode), (path, flags, mode))
 FAILING(int, fstat, (int file, struct stat* status), (file, status))
 FAILING(int, stat, (const char* path, struct stat* status), (path, status))
@@ -78,7 +78,7 @@ FAILING_BEHIND(int, close, (int file), (file))
 FAILING_BEHIND(pid_t, waitpid, (pid_t process, int* status, int options),
                (process, status, options))
 
-/// The one that returns its error.
+/// Returns its error instead of setting errno.
 using Spawn = int(pid_t*, const char*, const posix_spawn_file_actions_t*, const posix_spawnattr_t*,
                   char* const*, char* const*);
 extern "C" Spawn __real_posix_spawnp;
@@ -97,7 +97,7 @@ namespace fs = std::filesystem;
 
 const std::string Unreadable = "message: エラーが起こりましたので\n終了します";
 
-/// The bytes of a file, read past the operations that fail.
+/// The bytes of a file, read without the wrapped functions.
 std::string BytesOf(const fs::path& path) {
   std::ifstream file(path);
   return {std::istreambuf_iterator<char>(file), {}};
@@ -107,8 +107,8 @@ std::ptrdiff_t OpenFiles() {
   return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
 }
 
-/// Tells `story` with the first operation failing, with the second, and so on, and without any. The
-/// story sets the fault when it is up to it; it leaves no file open.
+/// Runs `story` with a failure of the first call, then of the second, and so on, and last without a
+/// failure. `story` must make the `Fault` itself and leave no file open.
 void ForEachFault(const std::function<void(int nth)>& story) {
   constexpr int Many = 1000;
   int nth = 0;
@@ -124,7 +124,7 @@ void ForEachFault(const std::function<void(int nth)>& story) {
 
 class FaultTest : public testing::Test {
  protected:
-  /// Starts the program, with a document to open and this store.
+  /// Starts the program with a document to open and `store` as its settings file.
   void Start(ScriptedHost& host, std::string_view store) const {
     fs::create_directories(folder.Path() / "data");
     folder.File("data/VNTR.ini", store);
@@ -146,7 +146,7 @@ class FaultTest : public testing::Test {
   const std::string bytes = BytesOf(document.NativePath());
 };
 
-TEST_F(FaultTest, ADocumentIsToldRightOrNotAtAllAndTheStoreStays) {
+TEST_F(FaultTest, ADocumentIsShownCorrectlyOrNotAtAllAndSettingsAreKept) {
   ForEachFault([&](int nth) {
     const Fault fault(nth);
     const std::string store = "/Applications/A.app\n";
@@ -164,10 +164,10 @@ TEST_F(FaultTest, ADocumentIsToldRightOrNotAtAllAndTheStoreStays) {
   EXPECT_EQ(BytesOf(document.NativePath()), bytes);
 }
 
-TEST_F(FaultTest, AnApplicationIsStartedOrTheUserIsToldAndOnlyAFailedOneForgotten) {
+TEST_F(FaultTest, ALaunchSucceedsOrShowsAMessageAndForgetsOnlyFailedPaths) {
   for (const bool known : {true, false}) {
     ForEachFault([&](int nth) {
-      const TemporaryFolder applications;  // One that fails may still be about to start.
+      const TemporaryFolder applications;  // An earlier one may still be starting.
       const RecordingApplication application(applications.Item("Adobe InDesign CS6/app"));
       const std::string line = application.Item().ShellPath() + '\n';
       ScriptedHost host;
@@ -191,7 +191,7 @@ TEST_F(FaultTest, AnApplicationIsStartedOrTheUserIsToldAndOnlyAFailedOneForgotte
   }
 }
 
-TEST_F(FaultTest, ADownloadIsWholeOrHasFailed) {
+TEST_F(FaultTest, ADownloadIsCompleteOrReportsFailure) {
   ForEachFault([&](int nth) {
     ScriptedNetwork network;
     network.peers = {{.replies = {{"HTTP/1.0 200 OK\r\n\r\npa", "ge"}}}};

@@ -1,4 +1,4 @@
-// The inspection against a second, plain implementation of it, over generated documents.
+// The inspection against the reference implementation, with generated documents.
 
 #include <gtest/gtest.h>
 
@@ -27,7 +27,7 @@ TEST(Comparison, BothInspectionsAgreeOnEveryGeneratedDocument) {
     ASSERT_EQ(found, InspectByReference(bytes)) << "document " << i;
     editions.insert(found.editionText);
   }
-  EXPECT_EQ(editions.size(), 4U) << "some part of the format isn't generated";
+  EXPECT_EQ(editions.size(), 4U) << "the generator misses some editions";
 }
 
 }  // namespace

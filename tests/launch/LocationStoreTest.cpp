@@ -24,7 +24,7 @@ class LocationStoreTest : public testing::Test {
 
 TEST_F(LocationStoreTest, LoadsEveryLineAndWritesEachWithALineEnd) {
   EXPECT_EQ(LoadLocations(file), Lines{});
-  EXPECT_EQ(Bytes(), "") << "a file that is missing is made";
+  EXPECT_EQ(Bytes(), "") << "a missing file is created";
   const String longLine(200'000, 'x');
   const std::pair<String, Lines> cases[] = {
       {"", {""}},
@@ -35,7 +35,7 @@ TEST_F(LocationStoreTest, LoadsEveryLineAndWritesEachWithALineEnd) {
   for (const auto& [bytes, lines] : cases) {
     folder.File("VNTR.ini", bytes);
     EXPECT_EQ(LoadLocations(file), lines);
-    EXPECT_EQ(Bytes(), bytes) << "loading changes nothing";
+    EXPECT_EQ(Bytes(), bytes) << "loading does not change the file";
     RewriteLocations(file, lines);
     EXPECT_EQ(Bytes(), bytes.ends_with('\n') ? bytes : bytes + '\n');
   }
@@ -43,7 +43,7 @@ TEST_F(LocationStoreTest, LoadsEveryLineAndWritesEachWithALineEnd) {
   EXPECT_EQ(LoadLocations(file), Lines{"a\rb"});
 }
 
-TEST_F(LocationStoreTest, TheFirstThatHasTheProductInItsPathIsFound) {
+TEST_F(LocationStoreTest, FindsTheFirstPathThatContainsTheProductName) {
   const Lines store{"", "Adobe InDesign", "/Adobe\\ InDesign\\ CS5.5/A.app", "/Adobe InDesign CS5",
                     "/opt/a\\dobe\\ INDESIGN\\ cc\\ 2019/a.exe"};
   EXPECT_EQ(FindLocation(store, "Adobe InDesign CS5"), 2);
@@ -51,7 +51,7 @@ TEST_F(LocationStoreTest, TheFirstThatHasTheProductInItsPathIsFound) {
   EXPECT_EQ(FindLocation(store, "Adobe InDesign CS6"), std::nullopt);
 }
 
-TEST_F(LocationStoreTest, AChangeIsInTheListAndInTheFileEvenWhereTheFileCannotHaveIt) {
+TEST_F(LocationStoreTest, AChangeStaysInTheListEvenIfTheFileCannotBeWritten) {
   std::filesystem::create_symlink("kept elsewhere", file.NativePath());
   Lines store{"/A", "", "/C"};
   test::ScriptedHost host;
@@ -67,7 +67,7 @@ TEST_F(LocationStoreTest, AChangeIsInTheListAndInTheFileEvenWhereTheFileCannotHa
   EXPECT_THROW(DeleteApp(std::nullopt, store, 0), NilObjectException);
   EXPECT_EQ(store, (Lines{"/C", "/A", "/D"}));
   mkfifo(folder.Item("fifo").NativePath().c_str(), S_IRWXU);
-  EXPECT_THROW(RewriteLocations(folder.Item("fifo"), store), IOException) << "nobody reads it";
+  EXPECT_THROW(RewriteLocations(folder.Item("fifo"), store), IOException) << "no reader";
 }
 
 }  // namespace

@@ -8,21 +8,21 @@
 
 namespace vintrace::test {
 
-/// What a certificate says.
+/// The contents of a certificate; extensions in the syntax of OpenSSL.
 struct CertificateDesign {
   std::string alternativeNames = "DNS:localhost,IP:127.0.0.1";
   std::string usage = "serverAuth";
-  int toDay = 1;  ///< How many days from now its validity ends.
+  int toDay = 1;  ///< Expiry in days from now.
   std::string constraints = {};
 };
 
-/// A file in PEM form, with a certificate and its key.
+/// The path of a PEM file with a certificate and its private key.
 using Certificate = std::filesystem::path;
 
-/// An authority that signs certificates, made on the spot.
+/// A new certificate authority.
 class Authority {
  public:
-  /// Keeps everything in `folder`, under names that begin with `name`.
+  /// Writes the root certificate to the file `name` in `folder`. `Sign` writes its files there too.
   Authority(std::filesystem::path folder, std::string name);
 
   const Certificate& Root() const { return root_; }

@@ -1,4 +1,4 @@
-// The client on real connections: with a server that keeps to a script, and with nginx and squid.
+// The client on real connections: to a scripted server, to nginx, and through squid.
 
 #include <gtest/gtest.h>
 #include <openssl/ssl.h>
@@ -17,11 +17,11 @@ namespace {
 
 using http::HTTPSecureSocket;
 
-constexpr std::int64_t Patience = 15;  // Seconds; what is awaited comes within one.
+constexpr std::int64_t Patience = 15;  // Seconds. Awaited events normally come within one.
 
 using ConnectionTest = PeerTest;
 
-TEST_F(ConnectionTest, OnlyNewTLSAndATrustedCertificateForTheHostAreTaken) {
+TEST_F(ConnectionTest, AcceptsOnlyTLS12OrNewerAndATrustedCertificateOfTheHost) {
   const Authority stranger(folder.Path(), "Stranger");
   const struct {
     std::string name;
@@ -53,7 +53,7 @@ TEST_F(ConnectionTest, OnlyNewTLSAndATrustedCertificateForTheHostAreTaken) {
   }
 }
 
-TEST_F(ConnectionTest, HoweverAConnectionEndsItEndsOnceAndWhatCameIsThere) {
+TEST_F(ConnectionTest, EveryKindOfDisconnectRaisesOneEventWithTheReceivedData) {
   using enum TlsServer::End;
   const struct {
     Lines pieces;
@@ -77,14 +77,14 @@ TEST_F(ConnectionTest, HoweverAConnectionEndsItEndsOnceAndWhatCameIsThere) {
       EXPECT_TRUE(QTest::qWaitFor([&] { return !seen.empty(); }, 1000 * Patience));
       QTest::qWait(5);
       ASSERT_EQ(seen.size(), 1U) << story;
-      // A connection that is broken off takes along what hasn't been read.
+      // A reset discards received bytes that have not been read.
       EXPECT_TRUE(end == Reset || seen.front() == story) << seen.front() << story;
       EXPECT_FALSE(socket.IsConnected());
     }
   }
 }
 
-TEST_F(ConnectionTest, WhatIsNotThereIsAnErrorOfItsOwn) {
+TEST_F(ConnectionTest, EachKindOfConnectionFailureHasItsOwnErrorCode) {
   QTcpServer silent;
   silent.listen(QHostAddress::LocalHost);
   const std::tuple<String, std::int64_t, int> rows[] = {
@@ -99,7 +99,7 @@ TEST_F(ConnectionTest, WhatIsNotThereIsAnErrorOfItsOwn) {
   }
 }
 
-TEST_F(ConnectionTest, WhatAProxySendsBehindItsAnswerIsNeverAPage) {
+TEST_F(ConnectionTest, DataThatAProxySendsAfterItsReplyIsNeverAPage) {
   QTcpServer proxy;
   proxy.listen(QHostAddress::LocalHost);
   QObject::connect(&proxy, &QTcpServer::newConnection, [&] {
@@ -124,7 +124,7 @@ TEST_F(ConnectionTest, ASocketMayBeDestroyedInEveryState) {
     TlsServer server(valid);
     HTTPSecureSocket socket(network);
     socket.Get(server.URL());
-    QTest::qWait(turns / 3);  // Within these milliseconds all of it is over.
+    QTest::qWait(turns / 3);  // The longest wait outlasts a whole request.
   }
   network.DoEvents();
 }
@@ -141,7 +141,7 @@ TEST_F(ConnectionTest, NginxServesPagesAndTakesBodies) {
   EXPECT_EQ(socket.Post(nginx.Tls13("/echo"), Patience), "text/x|the body");
 }
 
-TEST_F(ConnectionTest, PasswordsOpenPagesAndProxiesAndWrongOnesDoNot) {
+TEST_F(ConnectionTest, OnlyTheRightPasswordsOpenPagesAndProxies) {
   const Server nginx(folder.Path(), valid);
   const Server squid(folder.Path(), valid, "squid");
   HTTPSecureSocket socket(network);
@@ -154,7 +154,7 @@ TEST_F(ConnectionTest, PasswordsOpenPagesAndProxiesAndWrongOnesDoNot) {
     };
   };
   const auto status = [&](const String& url, const String& servers, const String& proxys) {
-    answers = 3;  // The proxy asks again for the tunnel of the request that answers the server.
+    answers = 3;  // The proxy asks again for the tunnel of the second request to the server.
     socket.AuthenticationRequired = knows(servers);
     socket.ProxyAuthenticationRequired = knows(proxys);
     socket.Get(url, Patience);
@@ -171,7 +171,7 @@ TEST_F(ConnectionTest, PasswordsOpenPagesAndProxiesAndWrongOnesDoNot) {
   EXPECT_EQ(status("http://localhost:1/", "", "secret"), 503);
 }
 
-TEST(MatchesName, TakesAWildcardForOneWholeLabel) {
+TEST(MatchesName, AWildcardMatchesExactlyOneWholeLabel) {
   const auto matches = [](const QString& pair) {
     return qt::MatchesName(pair.section(' ', 0, 0), pair.section(' ', 1));
   };

@@ -15,7 +15,7 @@ using Lines = std::vector<std::string>;
 
 inline const String Headers = "HTTP/1.0 200 OK\r\nContent-Type: text/plain\r\n\r\n";
 
-/// A network whose root authority is trusted.
+/// Tests with a real network that trusts `authority`.
 class PeerTest : public testing::Test {
  protected:
   PeerTest() {

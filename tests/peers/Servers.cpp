@@ -50,7 +50,7 @@ Server::Server(const fs::path& folder, const Certificate& certificate, const std
   std::ofstream(own / "page") << "a page";
   std::ofstream(own / "large") << "";
   fs::resize_file(own / "large", 50 << 20);
-  // The password as crypt(3) has it and as a Digest does.
+  // The password in crypt(3) form, and the Digest hash of user, realm and password (RFC 7616).
   std::ofstream(own / "basic") << "user:$1$abcdefgh$cHJi5PXp/ki/ktXzqlk6I1\n";
   std::ofstream(own / "digest") << "user:test:eb6bcbb0c2554806d2927bb62248105a\n";
 

@@ -9,12 +9,12 @@
 
 namespace vintrace::test {
 
-/// A server of the system's on this machine, which runs as long as the object lives and has its
-/// files in a folder that other users may read and write too: some servers give up the superuser's
-/// rights. `user:secret` is known there.
+/// An installed server, which runs on a free local port while the object lives. Its folder under
+/// `folder` is open to all users, since servers started by root may drop their privileges. It
+/// accepts the user `user` with the password `secret`.
 class Server {
  public:
-  /// `name`: "nginx", or "squid", which asks for a Digest. Raises when it doesn't start.
+  /// `name`: "nginx", or "squid" with Digest. Raises `std::runtime_error` if it does not start.
   Server(const std::filesystem::path& folder, const Certificate& certificate,
          const std::string& name = "nginx");
   Server(const Server&) = delete;

@@ -75,14 +75,14 @@ void TlsServer::Serve(int connection, const Script& script) {
   setsockopt(connection, SOL_SOCKET, SO_LINGER, &reset, sizeof(reset));
   char bytes[16384];
   if (!script.shakesHands) {
-    // Bytes that are left over would turn the end into a reset.
+    // Unread bytes would turn the FIN into a reset.
     recv(connection, bytes, sizeof(bytes), 0);
     return;
   }
   const std::shared_ptr<SSL> tls(SSL_new(context_.get()), SSL_free);
   SSL_set_fd(tls.get(), connection);
   const bool isSecure = SSL_accept(tls.get()) == 1;
-  // Whatever comes is a request, even if no handshake was finished.
+  // A connection whose handshake failed counts as a request too.
   const int size = SSL_read(tls.get(), bytes, sizeof(bytes));
   {
     const std::lock_guard lock(mutex_);

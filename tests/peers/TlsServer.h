@@ -17,25 +17,25 @@
 
 namespace vintrace::test {
 
-/// A TLS server that does as it is told, byte for byte, in a thread of its own.
+/// A TLS server that follows scripts, in its own thread.
 class TlsServer {
  public:
   /// How a connection ends.
   enum class End {
-    CloseNotify,  ///< TLS says so, and then TCP.
-    Fin,          ///< TCP alone says so.
-    Reset         ///< TCP breaks off.
+    CloseNotify,  ///< By close_notify, and then FIN.
+    Fin,          ///< By FIN alone.
+    Reset         ///< By RST.
   };
 
-  /// What is done with one connection.
+  /// How one connection is served.
   struct Script {
-    std::vector<std::string> pieces = {};  ///< Of the reply, each sent on its own.
-    std::chrono::milliseconds pause{0};    ///< Before each of them.
+    std::vector<std::string> pieces = {};  ///< The reply, sent piece by piece.
+    std::chrono::milliseconds pause{0};    ///< Before each piece.
     End end = End::CloseNotify;
-    bool shakesHands = true;  ///< If not, it ends in the handshake.
+    bool shakesHands = true;  ///< If false, ends before the TLS handshake.
   };
 
-  /// `newest`: the newest TLS that it speaks; 0: the newest there is.
+  /// `newest`: the highest version, such as TLS1_2_VERSION; 0: the highest that OpenSSL supports.
   explicit TlsServer(const Certificate& certificate, int newest = 0);
   TlsServer(const TlsServer&) = delete;
   TlsServer& operator=(const TlsServer&) = delete;
@@ -46,11 +46,10 @@ class TlsServer {
     return "https://" + host + ':' + std::to_string(port_) + "/path";
   }
 
-  /// Has the next connection served that way.
+  /// Queues a script. Each connection takes the next one, or the default if there is none.
   void Expect(Script script);
-  /// Waits until all expected connections have been served. The requests that have come on these
-  /// and others since the last call, one a connection that came as far as to a handshake; empty
-  /// for a handshake that failed.
+  /// Waits, for at most 15 seconds, until all scripts are done. Returns the requests since the last
+  /// call: one for each connection that got as far as the handshake, empty if that failed.
   std::vector<std::string> Requests();
 
  private:
@@ -62,7 +61,7 @@ class TlsServer {
   std::uint16_t port_ = 0;
   std::mutex mutex_;
   std::condition_variable served_;
-  std::deque<Script> scripts_;  // The first one's connection may be served now.
+  std::deque<Script> scripts_;  // The first may be in use.
   std::vector<std::string> requests_;
   std::thread thread_;
 };

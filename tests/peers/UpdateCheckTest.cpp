@@ -1,4 +1,4 @@
-// The update check, from the program's start and its menu item to the bytes on the wire.
+// The update check, from startup and the menu item to the bytes on the wire.
 
 #include "peers/PeerFixture.h"
 #include "shell/Startup.h"
@@ -27,22 +27,22 @@ class OnlineHost : public ScriptedHost {
   qt::QtNetwork real_;
 };
 
-/// Starts the program and chooses the menu item. `answer`: what the user is to be told there;
-/// the notice, which comes at the start too, or a message.
+/// Starts the program and chooses the menu item. `answer`: the expected message, or `Notice` for
+/// the notice, which must open at startup too.
 void ExpectAnswer(const String& service, const String& answer) {
   const Environment host("VINTRACE_TEST_SERVICE", service.c_str());
   OnlineHost desktop;
   _Main();
   const Lines notices = answer == Notice ? Lines{answer} : Lines{};
   EXPECT_EQ(desktop.Titles(), notices);
-  EXPECT_EQ(desktop.story.size(), 2 * notices.size()) << "the window, and that it is shown";
+  EXPECT_EQ(desktop.story.size(), 2 * notices.size()) << "shown on creation and by Show";
   desktop.story.clear();
   EXPECT_TRUE(desktop.Choose("upchk"));
-  EXPECT_EQ(desktop.Titles(), notices) << "one notice, however often it is shown";
+  EXPECT_EQ(desktop.Titles(), notices) << "there is only one notice";
   EXPECT_EQ(desktop.story, Lines{answer == Notice ? "window" : "message: " + answer});
 }
 
-TEST_F(UpdateCheckTest, SendsTheseBytesAndTellsWhatTheReplyMeans) {
+TEST_F(UpdateCheckTest, SendsTheExpectedBytesAndInterpretsTheReply) {
   const std::pair<Lines, String> rows[] = {
       {{Headers + "true"}, Notice},
       {{Headers + "f", "a", "l", "se"}, Latest},
@@ -64,14 +64,14 @@ TEST_F(UpdateCheckTest, SendsTheseBytesAndTellsWhatTheReplyMeans) {
   }
 }
 
-TEST_F(UpdateCheckTest, WithoutAServiceItFailsAndTheProgramGoesOn) {
+TEST_F(UpdateCheckTest, AnUnreachableOrMissingServiceIsReportedAsAFailure) {
   ExpectAnswer("localhost:1", Failed);
   ExpectAnswer("no-such-host.invalid", Failed);
   ScriptedHost desktop;
   _Main();
   desktop.Choose("upchk");
   EXPECT_EQ(desktop.story, Lines{"message: " + Failed});
-  EXPECT_EQ(desktop.network.wire, Lines{}) << "a build for a distributor calls nobody";
+  EXPECT_EQ(desktop.network.wire, Lines{}) << "without a service host, nothing is sent";
 }
 
 }  // namespace

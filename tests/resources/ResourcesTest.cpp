@@ -5,7 +5,7 @@
 namespace vintrace {
 namespace {
 
-TEST(Pictures, AreAllThereInTheirSizeAndInTwiceThat) {
+TEST(Pictures, EachExistsAtItsSizeAndAtTwiceItsSize) {
   using namespace pictures;
   using namespace std::string_view_literals;
   for (const auto accessor : {cs, cs2, cs3, cs4, cs5, cs55, cs6, cc, cc2014, cc2015, cc2017, cc2018,

@@ -12,7 +12,7 @@ namespace {
 
 using AppTest = ScriptedProgram;
 
-TEST_F(AppTest, AStartWaitsFiveSecondsForEachServiceAndForNoEndlessReply) {
+TEST_F(AppTest, StartWaitsFiveSecondsPerSilentServiceAndAbortsEndlessReplies) {
   const Environment service("VINTRACE_TEST_SERVICE", "service.example");
   const ScriptedNetwork::Peer silent{.ends = false};
   const ScriptedNetwork::Peer endless{.replies = {{"HTTP/1.0 200 OK\r\n\r\n", String(65'537, 'x')}},
@@ -27,13 +27,13 @@ TEST_F(AppTest, AStartWaitsFiveSecondsForEachServiceAndForNoEndlessReply) {
   EXPECT_EQ(host.story, Lines{});
 }
 
-/// A desktop of a program that is installed in part.
+/// A host of a program whose network module is not installed.
 class HostWithoutNetwork : public ScriptedHost {
  public:
   vintrace::Network& Network() override { throw RuntimeException("network.so is missing"); }
 };
 
-TEST(Services, WithoutANetworkFailAsOthersDo) {
+TEST(Services, WithoutTheNetworkModuleTheUpdateCheckReportsAFailure) {
   const TemporaryFolder folder;
   const Environment dataHome("XDG_DATA_HOME", folder.Path().c_str());
   const Environment service("VINTRACE_TEST_SERVICE", "service.example");
@@ -43,26 +43,26 @@ TEST(Services, WithoutANetworkFailAsOthersDo) {
   EXPECT_EQ(host.story, Lines{"message: 通信に障害があり、確認できませんでした。"});
 }
 
-/// A desktop on which nothing runs.
+/// A host whose event loop fails.
 class BrokenHost : public ScriptedHost {
  public:
   void Run() override { throw RuntimeException("broken"); }
 };
 
-TEST(Main, WhatBreaksAtTheStartIsReportedAndEndsTheProgram) {
+TEST(Main, AnExceptionAtStartupIsReportedAndEndsTheProgram) {
   BrokenHost host;
   _Main();
   EXPECT_EQ(host.story, (Lines{"message: 予期しないエラーが起こりました。\nbroken", "quit: 1"}));
 }
 
-TEST_F(AppTest, AStoreThatCannotBeReadIsNamed) {
+TEST_F(AppTest, AnUnreadableSettingsFileIsReportedByPath) {
   std::filesystem::create_directories(folder.Path() / "data/VNTR.ini");
   _Main();
   EXPECT_EQ(host.story, Lines{"message: 予期しないエラーが起こりました。\n" +
                               folder.Item("data/VNTR.ini").NativePath() + ": Is a directory"});
 }
 
-TEST_F(AppTest, OnlyDocumentsOpenAndWithoutOneTheUserIsAskedAndMayCancel) {
+TEST_F(AppTest, OpensOnlyInddFilesAndAsksForOneIfGivenNone) {
   host.handedOver = {Document("a.indd"),  folder.Item("missing.pdf"), Document("B.INDD"),
                      folder.Item("indd"), Document("a.indd"),         std::nullopt};
   host.choices = {folder.Item("other.pdf"), Document("chosen.indd")};
@@ -73,7 +73,7 @@ TEST_F(AppTest, OnlyDocumentsOpenAndWithoutOneTheUserIsAskedAndMayCancel) {
   EXPECT_EQ(host.Titles(), (Lines{"chosen.indd", "a.indd", "B.INDD", "a.indd"}));
 }
 
-TEST_F(AppTest, AWindowClosedByItsOwnHandlerLivesUntilThatEndsAndHearsNoMore) {
+TEST_F(AppTest, AWindowClosedInAHandlerLivesUntilItReturnsButGetsNoEvents) {
   const std::weak_ptr<Window1> window = Window::New<Window1>();
   PushButton& button = window.lock()->PushButton2();
   int presses = 0;

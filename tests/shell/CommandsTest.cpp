@@ -1,4 +1,4 @@
-// The commands of the menu bar, as their user's stories on a scripted desktop.
+// The commands of the menu bar on a scripted desktop.
 
 #include <gtest/gtest.h>
 
@@ -11,13 +11,13 @@ namespace {
 
 using CommandsTest = ScriptedProgram;
 
-TEST_F(CommandsTest, WhatIsOfADocumentCanBeChosenOnlyWithOneInFront) {
+TEST_F(CommandsTest, DocumentCommandsAreEnabledOnlyWithADocumentInFront) {
   StartWith({"a.indd"});
   EXPECT_TRUE(host.Choose("kono"));
   for (const auto* name : {"clcopy", "EditAllCopy", "closewin", "AllClose"}) {
     EXPECT_FALSE(host.Choose(name)) << name;
   }
-  EXPECT_EQ(host.clipboard, "what it held before");
+  EXPECT_EQ(host.clipboard, "earlier text");
   EXPECT_EQ(host.Titles(), (Lines{"Vintrace CS", "a.indd"}));
   host.Windows().At(0)->Close();
   EXPECT_TRUE(host.Choose("closewin"));
@@ -25,7 +25,7 @@ TEST_F(CommandsTest, WhatIsOfADocumentCanBeChosenOnlyWithOneInFront) {
   EXPECT_FALSE(host.Choose("closewin"));
 }
 
-TEST_F(CommandsTest, CopyTakesTheWindowInFrontAndCopyAllTheDocumentsFrontToBack) {
+TEST_F(CommandsTest, CopyTakesTheFrontDocumentAndCopyAllTakesAllInOrder) {
   StartWith({"a.indd", "b\xFF\t.indd"});
   App::Instance().RaiseOpenDocument(Document("later.indd", 15));
   host.Windows().BringToFront(host.Windows().At(1));
@@ -46,10 +46,10 @@ TEST_F(CommandsTest, CopyTakesTheWindowInFrontAndCopyAllTheDocumentsFrontToBack)
             "message: 全てのウィンドウの情報をコピーしました。\n"
             "表計算アプリやテキストエディタにペーストしてご利用ください。");
   EXPECT_TRUE(host.Choose("AllClose"));
-  EXPECT_EQ(host.Titles(), Lines{}) << "the about window, too";
+  EXPECT_EQ(host.Titles(), Lines{}) << "this closes the about window too";
 }
 
-TEST_F(CommandsTest, ThereIsOneAboutWindowWhoseLinksFollowTheMouse) {
+TEST_F(CommandsTest, ThereIsOneAboutWindowWithLinksThatTurnRedUnderTheMouse) {
   StartWith({"a.indd"});
   EXPECT_TRUE(host.Choose("kono"));
   const auto about = Window2::Instance();
@@ -64,7 +64,7 @@ TEST_F(CommandsTest, ThereIsOneAboutWindowWhoseLinksFollowTheMouse) {
   }
   about->Close();
   EXPECT_TRUE(host.Choose("kono"));
-  EXPECT_EQ(host.Titles(), (Lines{"Vintrace CS", "a.indd"})) << "a new one";
+  EXPECT_EQ(host.Titles(), (Lines{"Vintrace CS", "a.indd"})) << "a new about window";
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The button that opens a document in its release: the program on a scripted desktop, with a real
-// settings file, a real shell, and applications that note what they are started with.
+// The button that opens a document in its release, on a scripted desktop with a real settings file,
+// a real shell, and applications that record their arguments.
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ const std::string NotOpened = "message: 該当するバージョンのInDesign�
 
 class LaunchTest : public ScriptedProgram {
  protected:
-  /// Starts with what the settings file is to hold and this document.
+  /// Starts the program with `stored` as its settings file, and opens `document`.
   void BeginWith(std::string_view stored, const FolderItem& document) {
     fs::create_directories(folder.Path() / "data");
     folder.File("data/VNTR.ini", stored);
@@ -33,7 +33,7 @@ class LaunchTest : public ScriptedProgram {
     return BinaryStream::Open(folder.Item("data/VNTR.ini"), false).Read(1 << 20, nullptr);
   }
 
-  /// What the program asks for when the button is pressed.
+  /// Presses the button and returns the program's requests to the host.
   Lines StoryOfAPress() {
     host.story.clear();
     Front()->PushButton3().RaiseAction();
@@ -41,7 +41,7 @@ class LaunchTest : public ScriptedProgram {
   }
 };
 
-TEST_F(LaunchTest, OnlyTheFirstThatFitsIsTriedAndWhenItFailsWhatTheUserChoosesWhateverItsName) {
+TEST_F(LaunchTest, TriesTheFirstMatchAndAsksForAnApplicationIfItFails) {
   const RecordingApplication good(folder.Item("Adobe InDesign CS6/app"));
   const RecordingApplication unnamed(folder.Item("apps/unnamed"));
   const FolderItem bad = folder.File("Adobe InDesign CS6 bad", "no program");
@@ -77,7 +77,7 @@ TEST_F(LaunchTest, OnlyTheFirstThatFitsIsTriedAndWhenItFailsWhatTheUserChoosesWh
   }
 }
 
-TEST_F(LaunchTest, NoNameAndNoLineRunsAnythingElse) {
+TEST_F(LaunchTest, NamesAndStoredLinesCannotInjectShellCommands) {
   const Lines names{"; touch ran",    "$(touch ran)",  "`touch ran`", "\ntouch ran\n",
                     "&& touch ran #", "' touch ran '", "| touch ran", "\xFF> ran\r"};
   const WorkingFolder working(folder.Path());

@@ -6,28 +6,28 @@
 
 namespace vintrace::test {
 
-/// Where the body of a document begins.
+/// The offset of a document's body.
 inline constexpr std::size_t BodyStart = 40960;
 
-/// Makes the bytes of a document from a description of what stands where. Offsets are 0-based; what
-/// is put past the end makes the document longer. A new one is little-endian, with the signature of
-/// the format and otherwise all bytes 'x', which no pattern holds.
+/// Builds the bytes of a document. Offsets are 0-based; bytes put past the end extend the document.
+/// A new document has the signature of the format and little-endian byte order. All other bytes are
+/// 'x', which occurs in no pattern.
 class DocumentBuilder {
  public:
   explicit DocumentBuilder(std::size_t size);
 
-  /// The header: byte order first, then the release, whose pattern `Marker` and `Delimiter` put.
+  /// Sets the header: first the byte order, then the release. Both determine the later patterns.
   DocumentBuilder& BigEndian();
   DocumentBuilder& Release(std::uint8_t majorVersion, std::uint8_t byteBehind = 0);
 
   DocumentBuilder& Put(std::size_t offset, std::string_view bytes);
   DocumentBuilder& Marker(std::size_t offset);
-  /// The delimiter at `offset` and `text` behind it, such as "0.0.370" and what follows it.
+  /// Puts the delimiter at `offset`, followed by `text`, which begins with a build: "0.0.370".
   DocumentBuilder& Delimiter(std::size_t offset, std::string_view text = {});
-  /// The edition byte that belongs to the delimiter at `offset` in a block with the marker.
+  /// Puts the edition byte of the delimiter at `offset`, for a block with the marker.
   DocumentBuilder& EditionBefore(std::size_t offset, std::uint8_t value);
 
-  /// What a saved document has: the marker, the edition byte and the build, all in one block.
+  /// Puts the marker, the edition byte and the build close together, as in a saved document.
   DocumentBuilder& Saved(std::size_t offset, std::uint8_t edition, std::string_view build);
 
   const std::string& Bytes() const { return bytes_; }

@@ -7,7 +7,7 @@
 
 namespace vintrace::test {
 
-/// Sets an environment variable, or with nil takes it away, for as long as it lives.
+/// Sets an environment variable, or unsets it if `value` is null, while it lives.
 class Environment {
  public:
   Environment(const char* name, const char* value) : name_(name) {

@@ -28,7 +28,7 @@ class Generator {
   }
 
  private:
-  /// The lowest when no choice is left.
+  /// A number from `low` to `high`, both included; `low` when no choice is left.
   std::size_t Between(std::size_t low, std::size_t high) {
     const std::string_view two = choices_.substr(0, 2);
     choices_.remove_prefix(two.size());
@@ -41,7 +41,7 @@ class Generator {
   }
   bool OneIn(std::size_t n) { return Between(1, n) == n; }
 
-  /// A size near one at which something changes.
+  /// A size within the header or near a boundary of the body's blocks.
   std::size_t Size() {
     if (OneIn(20)) return Between(0, 60);
     const std::size_t border = Border();
@@ -79,7 +79,7 @@ class Generator {
       case 3:
         document.EditionBefore(place, edition);
         break;
-      case 4:  // Where the edition stands in a block without a marker.
+      case 4:  // The edition byte of a block without a marker.
         document.Put(Block() + (big ? 22 : 18), std::string(1, static_cast<char>(edition)));
         break;
       default:

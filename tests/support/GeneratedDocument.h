@@ -5,8 +5,8 @@
 
 namespace vintrace::test {
 
-/// The bytes of a document. Any bytes will do for `choices`: each two of them make one decision on
-/// it. Its parts lie near the borders of the body's blocks, where something changes.
+/// The bytes of a document. `choices`: any bytes, of which each pair makes one decision. Patterns
+/// lie near the boundaries of the body's blocks, where the inspection has its edge cases.
 std::string GeneratedDocument(std::string_view choices);
 
 }  // namespace vintrace::test

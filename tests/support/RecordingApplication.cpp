@@ -15,7 +15,7 @@ RecordingApplication::RecordingApplication(FolderItem path, std::string_view wor
     : path_(std::move(path)) {
   const fs::path file = path_.NativePath();
   fs::create_directories(file.parent_path());
-  // The notes appear whole.
+  // The renaming makes all words appear at once.
   std::ofstream(file) << "#!/bin/sh\nprintf '%s\\0' " << words
                       << R"( >"$0.part" && mv "$0.part" "$0.started")" << '\n'
                       << then << '\n';

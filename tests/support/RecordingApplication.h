@@ -8,17 +8,17 @@
 
 namespace vintrace::test {
 
-/// An application that notes what it is started with.
+/// An application that records its arguments.
 class RecordingApplication {
  public:
-  /// Makes the executable `path`, and the folders above it. It notes `words`, in a shell's words,
-  /// and does `then` before it ends.
+  /// Makes the script `path` and its parent folders. It records `words`, in shell syntax, and then
+  /// runs the command `then`.
   explicit RecordingApplication(FolderItem path, std::string_view words = "\"$@\"",
                                 std::string_view then = "");
 
   const FolderItem& Item() const { return path_; }
 
-  /// Waits for its next start and tells what it has noted; nothing when it isn't started.
+  /// Waits up to 15 seconds for its next start. Returns the recorded words; none without a start.
   std::vector<String> AwaitStart() const;
 
  private:

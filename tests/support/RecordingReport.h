@@ -6,7 +6,7 @@
 
 namespace vintrace::test {
 
-/// A report that can be compared.
+/// Stores a report for comparison.
 class RecordingReport : public inspection::InspectionReport {
  public:
   ReportFields fields;
@@ -21,7 +21,7 @@ class RecordingReport : public inspection::InspectionReport {
   void SetOpenable(bool openable) override { fields.openable = openable; }
 };
 
-/// The report of the document `item`.
+/// Inspects the document `item`.
 inline ReportFields Inspect(const FolderItem& item) {
   RecordingReport report;
   inspection::VersionCheck(item, report);

@@ -2,13 +2,12 @@
 
 #include <cstdint>
 
-// Written apart from the program's inspection and kept plain on purpose. Don't share code with the
-// program here.
+// Plain on purpose, and independent of the program's inspection. Don't share code with the program.
 
 namespace vintrace::test {
 namespace {
 
-// The byte at a position counted from 1; -1 before the first byte and after the last.
+// The byte at a 1-based position; -1 before the first byte and after the last.
 int ByteAt(std::string_view bytes, std::int64_t position) {
   if (position < 1 || position > static_cast<std::int64_t>(bytes.size())) return -1;
   return static_cast<unsigned char>(bytes[static_cast<std::size_t>(position - 1)]);
@@ -38,8 +37,8 @@ bool Holds(std::string_view bytes, std::string_view wanted) {
   return bytes.find(wanted) != std::string_view::npos;
 }
 
-// The first block with both patterns, else the block that ends the file. Every block has a pattern
-// without bytes.
+// The first block with both patterns, otherwise the block at the end of the file. An empty pattern
+// is in every block.
 std::string_view BlockWith(std::string_view content, std::string_view marker,
                            std::string_view delimiter) {
   for (std::size_t offset = 40960; offset < content.size(); offset += 4096) {
@@ -70,8 +69,8 @@ void FillFromBody(ReportFields& report, std::string_view content, bool bigEndian
   const bool foundByMarkerScan = Holds(block, delimiter);
   if (!foundByMarkerScan) block = BlockWith(content, "", delimiter);
 
-  // What lies on either side of the last delimiter; without one, the whole block. No delimiter can
-  // overlap itself.
+  // The fields before and after the last delimiter; without one, both are the whole block. No
+  // delimiter can overlap itself.
   std::string_view before = block;
   std::string_view after = block;
   if (const auto last = block.rfind(delimiter); last != std::string_view::npos) {

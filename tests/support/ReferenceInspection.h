@@ -6,9 +6,8 @@
 
 namespace vintrace::test {
 
-/// The report of a document that is held whole in memory; it may hold any bytes. This shares no
-/// code with the program's own inspection, so that a difference between the two is an error in one
-/// of them.
+/// Inspects a document, whose content may be any bytes. Shares no code with the program's own
+/// inspection, so a difference between the two is an error in one of them.
 ReportFields InspectByReference(std::string_view content);
 
 }  // namespace vintrace::test

@@ -5,7 +5,7 @@
 
 namespace vintrace::test {
 
-/// What the window of one document shows after the inspection, below its title.
+/// The results of an inspection, as the document's window shows them.
 struct ReportFields {
   std::string productText;
   std::string picture;

@@ -9,23 +9,22 @@
 
 namespace vintrace::test {
 
-/// A desktop without a screen: dialogs are answered from a list, and what was asked is recorded.
+/// A desktop without a screen: answers dialogs from a list and records the program's requests.
 class ScriptedHost : public Host {
  public:
-  /// What happens to the program as it starts, in order.
+  /// The documents that the program is started with, in order; nil makes it ask for one.
   std::vector<std::optional<FolderItem>> handedOver;
 
-  /// The user's answers to the dialogs; with none left, a dialog is cancelled.
+  /// The user's answers to the dialogs, in order. Further dialogs are cancelled.
   std::deque<FolderItem> choices;
 
-  /// What the program's requests meet; it refuses them unless told otherwise.
+  /// Refuses connections unless a test adds peers.
   ScriptedNetwork network;
 
-  /// What the clipboard holds.
-  String clipboard = "what it held before";
+  String clipboard = "earlier text";
 
-  /// What the program asked for, one line a thing: "window", which is shown, "message: …", "open
-  /// dialog: indd (.indd)", with a title "open dialog: TITLE", "quit: 0".
+  /// The program's requests, a line each: "window" for a shown window, "message: TEXT", "open
+  /// dialog: TITLE FILTER (EXTENSIONS)" without the parts that are not set, "quit: STATUS".
   std::vector<std::string> story;
 
   void Show(Window& window) override;
@@ -40,7 +39,7 @@ class ScriptedHost : public Host {
   void Run() override;
   void Quit(int exitStatus) override;
 
-  /// The user chooses the menu item of that name. False when it can't be chosen now.
+  /// Chooses the menu item of that name. False if it is disabled.
   bool Choose(std::string_view itemName);
 
   /// The titles of the open windows, front to back.

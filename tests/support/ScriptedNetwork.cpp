@@ -64,7 +64,7 @@ class ScriptedNetwork::ScriptedConnection : public Connection {
   std::function<void()> changed_;
   Peer peer_;
   std::size_t reply_ = 0;
-  std::deque<std::pair<Change, String>> changes_;  // With what comes.
+  std::deque<std::pair<Change, String>> changes_;  // With the received bytes.
   String taken_;
   SocketError error_ = SocketError::None;
 };

@@ -9,30 +9,29 @@
 
 namespace vintrace::test {
 
-/// A network without a wire: what the other sides do is listed beforehand, and what is sent to them
-/// is recorded.
+/// A simulated network: the peers follow a script, and everything sent to them is recorded.
 class ScriptedNetwork : public Network {
  public:
-  /// What the other side of one connection does.
+  /// The behaviour of the peer of one connection.
   struct Peer {
-    SocketError refuses = SocketError::None;  ///< Instead of taking the connection.
-    /// What comes for each piece that is sent to it, in pieces.
+    SocketError refuses = SocketError::None;  ///< If set, the connection fails with it.
+    /// The reply to each write, in pieces.
     std::vector<std::vector<String>> replies = {};
-    /// Whether it ends the connection behind the last of them.
+    /// Whether it ends the connection after the last reply.
     bool ends = true;
   };
 
-  /// Those that connections are made to, in order; with none left they are refused.
+  /// The peers of the coming connections, in order. Further connections are refused.
   std::deque<Peer> peers;
-  /// "host:port", followed by " tls NAME" for a secure one; what is sent to it; "tls NAME" where it
-  /// becomes secure.
+  /// In order: "HOST:PORT" for each connection, with " tls NAME" if it is secure, the bytes of each
+  /// write, and "tls NAME" when a connection becomes secure.
   std::vector<String> wire;
-  /// Raised while a client waits, a tick at a time.
+  /// Called at each tick of a wait.
   std::function<void()> whileWaiting;
   std::int64_t ticks = 0;
   std::function<String(std::string_view)> md5 = [](std::string_view) { return String(16, '\0'); };
 
-  /// Calls what connections have asked for until nothing happens any more.
+  /// Notifies the connections of their changes until none has any left.
   void RunEvents();
 
   std::unique_ptr<Connection> NewConnection(std::function<void()> changed) override;

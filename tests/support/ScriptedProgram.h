@@ -25,7 +25,7 @@ class ScriptedProgram : public testing::Test {
         DocumentBuilder(BodyStart + 500).Release(version).Saved(BodyStart, 1, "0.0.424").Bytes());
   }
 
-  /// Starts the program with documents of those names.
+  /// Starts the program with documents of these names, and clears the story.
   void StartWith(const Lines& names) {
     for (const auto& name : names) host.handedOver.emplace_back(Document(name));
     _Main();

@@ -1,5 +1,5 @@
-// Linked into a program, this takes the place of the configured service host: the environment names
-// one. Without that there is no service.
+// Linked into a program, this replaces the configured service host by VINTRACE_TEST_SERVICE. If
+// that is unset, there is no service.
 
 #include <cstdlib>
 

@@ -8,7 +8,7 @@
 
 namespace vintrace::test {
 
-/// A new, empty folder, which goes with all that is in it when the object does.
+/// A new, empty folder, removed with its contents by the destructor.
 class TemporaryFolder {
  public:
   TemporaryFolder();
@@ -18,10 +18,10 @@ class TemporaryFolder {
 
   const std::filesystem::path& Path() const { return path_; }
 
-  /// The item of that name in the folder; nothing is made.
+  /// The item `name` in the folder, whether it exists or not.
   FolderItem Item(std::string_view name) const;
 
-  /// Makes the file `name` with these bytes.
+  /// Writes the file `name`. Raises `std::runtime_error` if that fails.
   FolderItem File(std::string_view name, std::string_view bytes) const;
 
  private:

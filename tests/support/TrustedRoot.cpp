@@ -1,4 +1,4 @@
-// Linked into a program, this has it trust the root authority that the environment names.
+// Linked into a program, this makes it trust the root certificate in the file VINTRACE_TEST_ROOT.
 
 #include <QCoreApplication>
 #include <QSslConfiguration>

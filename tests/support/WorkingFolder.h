@@ -4,7 +4,7 @@
 
 namespace vintrace::test {
 
-/// Makes a folder the working directory for as long as it lives.
+/// Makes a folder the working directory while it lives.
 class WorkingFolder {
  public:
   explicit WorkingFolder(const std::filesystem::path& folder) {

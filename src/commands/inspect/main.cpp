@@ -1,4 +1,4 @@
-// vintrace-inspect: what the program's windows tell of documents, as rows of text.
+// vintrace-inspect: prints the inspections of documents as rows of text.
 
 #include <algorithm>
 #include <cerrno>
@@ -26,14 +26,14 @@ constexpr std::string_view Usage = "Usage: vintrace-inspect [--] FILE...\n";
 constexpr std::string_view Help =
     "       vintrace-inspect --help | --version\n"
     "\n"
-    "Tells for each InDesign document which release last saved it, in one row on\n"
-    "standard output: file name, product, edition and build text, joined by tabs.\n"
-    "Control characters and line breaks in a row are replaced by U+FFFD, so that a\n"
-    "document is one row whatever its name.\n"
+    "Prints one row for each InDesign document on standard output: the file's name,\n"
+    "the product that last saved it, the edition and the build text, separated by tabs.\n"
+    "U+FFFD replaces control characters and line breaks, so that each document is one\n"
+    "row whatever its name.\n"
     "\n"
-    "A file whose name doesn't end in .indd, or that can't be read, gives a line on\n"
-    "standard error instead. The exit status is 0 when every file gave a row, 1 when\n"
-    "one didn't, and 2 for wrong usage.\n";
+    "Files whose name doesn't end with .indd, or that can't be read, are reported on\n"
+    "standard error. The exit status is 0 if every file gave a row, 1 if one didn't,\n"
+    "and 2 for wrong usage.\n";
 
 /// The report as four fields of text.
 class ReportRow : public inspection::InspectionReport {
@@ -64,16 +64,16 @@ void Complain(const String& reason) {
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
-/// False, with `errno`, when standard output doesn't take the text.
+/// False, with `errno` set, if standard output can't be written.
 bool Print(std::string_view text) {
   return std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
 }
 
-/// Prints rows so that those of several programs that share an output stay whole: what leaves at a
-/// time ends with a row, and is no more than a pipe takes in one piece.
+/// Prints rows so that they stay whole when several processes share a pipe: each write ends with a
+/// complete row, and has no more bytes than a pipe accepts atomically, unless a row is longer.
 class RowPrinter {
  public:
-  /// As `Print`.
+  /// Returns like `Print`.
   bool operator()(std::string_view row) {
     if (waiting_ + row.size() > AtATime) {
       if (std::fflush(stdout) != 0) return false;
@@ -84,19 +84,19 @@ class RowPrinter {
   }
 
  private:
-  // PIPE_BUF of Linux, and the size of stdio's buffer.
+  // PIPE_BUF on Linux, and the size of stdio's buffer.
   static constexpr std::size_t AtATime = 4096;
 
   std::size_t waiting_ = 0;
 };
 
-/// A reader that has gone has had enough, which is worth no word. Any other loss of rows is.
+/// Reports the error, unless the reader has closed the pipe.
 ExitStatus OutputLost(int error) {
   if (error != EPIPE) Complain(String("standard output: ") + std::strerror(error));
   return NotEveryFileGaveARow;
 }
 
-/// The row of the document at `path`; nothing, with a line on standard error, when it gives none.
+/// The row of the document at `path`; nil, after a line on standard error, if that fails.
 std::optional<String> RowOf(const String& path) {
   try {
     const FolderItem item(path);
@@ -137,7 +137,7 @@ ExitStatus RefuseUsage() {
   return WrongUsage;
 }
 
-/// Options stand before the first file, and `--` ends them.
+/// Options come before the first file, and `--` ends them.
 ExitStatus Run(std::span<char*> arguments) {
   if (arguments.empty()) return RefuseUsage();
   const std::string_view first = arguments.front();

@@ -37,8 +37,8 @@ void RequireFile(const FolderItem& item) {
   if (!fs::is_regular_file(item.NativePath(), error)) Refuse(item, "It is no file");
 }
 
-/// Resolves `.` and `..` before programs that would simplify the path textually, without a look at
-/// links, and open another document.
+/// Resolves `.` and `..`, because some programs simplify paths textually. With links in the path,
+/// they would open another document.
 FolderItem WithoutDots(const FolderItem& item) {
   const fs::path path = item.NativePath();
   if (path == path.lexically_normal()) return item;
@@ -49,12 +49,12 @@ FolderItem WithoutDots(const FolderItem& item) {
 
 /// Raises `RuntimeException` for a file that Wine would start to run and then refuse.
 void RequireWindowsProgram(const FolderItem& item) {
-  constexpr std::string_view Signature = "MZ";  // Of all executables of DOS and Windows.
+  constexpr std::string_view Signature = "MZ";  // The first bytes of DOS and Windows executables.
   auto stream = BinaryStream::Open(item, false);
   if (stream.Read(Signature.size(), nullptr) != Signature) Refuse(item, "It is no Windows program");
 }
 
-/// The environment for another program, without our bundled commands.
+/// The environment for another program, without the folder of the bundled commands in PATH.
 posix::ProcessEnvironment EnvironmentForOthers() {
   posix::ProcessEnvironment environment;
   const String path = environment.Value("PATH");
@@ -74,8 +74,8 @@ pid_t Start(const FolderItem& item, const posix::Command& command) {
   }
 }
 
-/// Waits for gio, which ends once it has started its application. If it doesn't end, it is killed
-/// with its whole session.
+/// Waits for gio, which ends once it has started its application. If it doesn't end in time, kills
+/// it with its whole session.
 void AwaitLauncher(pid_t launcher, const FolderItem& entry) {
   constexpr std::chrono::seconds Patience(5);
   const auto status = posix::AwaitEnd(launcher, Patience);

@@ -11,10 +11,10 @@ namespace vintrace::open {
 /// if it is in none.
 std::filesystem::path PrefixOf(const std::filesystem::path& program);
 
-/// The absolute path `path` in the form of Windows, for programs under Wine: from the drive of
-/// `prefix` that is nearest above it, otherwise from the root of Wine's view of the whole system,
-/// \\?\unix. An empty prefix, or one that Wine hasn't created yet, has the drive Z for /. Nil for a
-/// path with a backslash, which Windows can't express. Bytes are not converted.
+/// The absolute path `path` as a Windows path, for programs under Wine: from the drive of `prefix`
+/// that is nearest above it, otherwise from the root of Wine's view of the whole system, \\?\unix.
+/// An empty prefix, or one that Wine hasn't created yet, has the drive Z for /. Nil for a path with
+/// a backslash, which Windows can't express. Bytes are not converted.
 std::optional<String> WindowsPath(const std::filesystem::path& path,
                                   const std::filesystem::path& prefix);
 

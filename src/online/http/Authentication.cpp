@@ -15,7 +15,7 @@ std::string_view Stripped(std::string_view text) {
   return text.substr(first, text.find_last_not_of(Blanks) + 1 - first);
 }
 
-/// The bytes of `text` before the first comma that stands in no quotation.
+/// The number of bytes of `text` before the first comma outside quotation marks.
 std::size_t LengthOfItem(std::string_view text) {
   bool quoted = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -37,7 +37,7 @@ void AddItem(Dictionary<String>& parameters, std::string_view item) {
   parameters.Set(item.substr(0, equals), String(WithoutEnds(value)));
 }
 
-/// NAME="VALUE" and what separates it from the next.
+/// NAME="VALUE" and the separator before the next parameter.
 String Quoted(std::string_view name, std::string_view value) {
   return String(name).append("=\"").append(value).append("\", ");
 }

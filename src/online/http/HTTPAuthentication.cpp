@@ -1,4 +1,4 @@
-// Answers to a server or proxy that wants to know who asks.
+// Answers to authentication challenges.
 
 #include <utility>
 
@@ -9,10 +9,10 @@ namespace vintrace::http {
 
 bool HTTPSecureSocket::_SetAuthentication(std::string_view kind) {
   const bool proxy = kind == "Proxy";
-  if (tunnelMode == 1 && !proxy) return false;  // The server hasn't been asked for anything yet.
+  if (tunnelMode == 1 && !proxy) return false;  // The server hasn't seen a request yet.
   auto challenge = ParseChallenge(_pageHeaders->Value(String(kind) + "-Authenticate"));
   auto& parameters = challenge.parameters;
-  // What the proxy is asked for is the tunnel, and not what goes through it.
+  // A proxy that opens a tunnel authenticates CONNECT, not the request inside the tunnel.
   parameters.Set("method", tunnelMode == 1 ? "CONNECT" : _httpAction);
   parameters.Set("uri", tunnelMode == 1 ? TunnelTarget() : _processingURL);
   if (const auto nonce = parameters.Lookup("nonce")) {

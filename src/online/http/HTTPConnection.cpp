@@ -1,4 +1,4 @@
-// A request on its way: the connection, and the bytes that are sent.
+// Connects, and sends the request.
 
 #include <utility>
 
@@ -18,7 +18,7 @@ bool IsBlank(std::string_view text) {
 
 }  // namespace
 
-// The arguments may be the socket's own, which change.
+// Takes copies, as callers pass members that change here.
 bool HTTPSecureSocket::_DoConnect(String url, String method, std::optional<FolderItem> file) {
   HangUp();
   exchange_ = std::make_shared<int>();

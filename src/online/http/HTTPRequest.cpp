@@ -1,4 +1,4 @@
-// The operations of a caller.
+// The public operations of the socket.
 
 #include <exception>
 #include <utility>
@@ -13,8 +13,8 @@ constexpr std::string_view FormType = "application/x-www-form-urlencoded";
 
 }  // namespace
 
-/// While it lives, no event but a question is raised. The socket may go meanwhile; when an
-/// exception ends it, so does the request.
+/// Suppresses all events except the two questions during its lifetime. Ends the request if an
+/// exception leaves the scope. The socket may be destroyed first.
 class HTTPSecureSocket::Blocking {
  public:
   explicit Blocking(HTTPSecureSocket& socket)
@@ -122,7 +122,7 @@ String HTTPSecureSocket::SendRequest(const String& method, const String& url,
 
 bool HTTPSecureSocket::Begin(const String& method, const String& url,
                              const std::optional<FolderItem>& file) {
-  // A key that no one has taken was for another request, and maybe for another host.
+  // An unused key belongs to an earlier request, perhaps to another host.
   _authenticationKey.clear();
   _proxyAuthenticationKey.clear();
   ++request_;
@@ -133,7 +133,7 @@ bool HTTPSecureSocket::SendAndWait(const String& method, const String& url,
                                    const std::optional<FolderItem>& file, std::int64_t timeout) {
   const Blocking blocking(*this);
   timeoutSeconds = timeout;
-  // Nothing would end the wait for what isn't under way.
+  // Without a request, the wait might never end.
   if (!Begin(method, url, file)) return false;
   const auto request = request_;
   const auto life = Life();

@@ -1,4 +1,4 @@
-// Replies: what comes in, and when it is whole.
+// Receives replies, and waits for them.
 
 #include <algorithm>
 #include <limits>
@@ -11,10 +11,10 @@
 namespace vintrace::http {
 namespace {
 
-/// More than any server sends, and little enough to be searched again with each piece.
+/// More than any server sends, and short enough to search again after each piece.
 constexpr std::size_t LongestHeaders = 65536;
 
-/// Room is made for so many bytes of a page before they come.
+/// The most bytes that a Content-length may reserve for a page in advance.
 constexpr std::int64_t MostExpected = 64 << 20;
 
 constexpr std::int64_t StatusOK = 200;
@@ -71,7 +71,7 @@ void HTTPSecureSocket::_ParseHeaders(const String& text) {
 void HTTPSecureSocket::_OpenTunnel() {
   ReadAll();
   _ResetVariables();
-  _connectionValid = false;  // Until it is secure: what ends it before is a failure.
+  _connectionValid = false;  // An end before TLS is up counts as a failed connection.
   SetSecure(true);
   tunnelMode = 2;
 }
@@ -152,7 +152,7 @@ void HTTPSecureSocket::HangUp() {
   Close();
   GiveBackPort();
   _connectionValid = false;
-  // A tunnel that isn't open yet is not secure, but the next request is to be.
+  // `Secure` is off until a tunnel is open, but the next request needs it.
   if (std::exchange(tunnelMode, 0) != 0) SetSecure(true);
 }
 

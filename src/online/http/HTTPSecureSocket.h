@@ -17,56 +17,56 @@
 
 namespace vintrace::http {
 
-/// A client of HTTP/1.0 (RFC 1945). Each request has a connection of its own, which is secure
-/// unless `Secure` is made false; the scheme of a URL doesn't count. A reply of any status is a
-/// page: no redirect is followed, and no body decoded. A page ends with the piece that completes
-/// its Content-length, if that is above 0, or else with the connection, wherever that comes:
-/// whoever needs a whole page compares its size.
+/// A client of HTTP/1.0 (RFC 1945). Each request has its own connection, which uses TLS unless
+/// `Secure` is set to false; the scheme of a URL is ignored. A reply of any status is a page:
+/// redirects are not followed, and bodies not decoded. A page ends with the piece that completes
+/// its Content-length, if that is above 0, or when the connection ends, however early. A caller
+/// that needs a complete page must compare its size.
 ///
-/// What blocks returns when the page is complete, with an error, when the program ends, with the
-/// request still under way, or when for a time neither the connection nor a page in memory has
-/// moved on; a download or a HEAD request has to be over within that time from the connection on.
-/// Everything else returns at once and raises events, from the event loop, but for the error of a
-/// file that can't be made. There is one request at a time: the next one abandons what is under
-/// way. A socket may be used again and destroyed at any time, in its own events too.
+/// A blocking request returns when the page is complete, after an error or a timeout, or when the
+/// program quits, which leaves the request unfinished. The timeout starts again whenever the
+/// connection's state or the size of a page in memory changes; a download or a HEAD request must
+/// finish within one timeout after connecting. All other requests return at once and raise events
+/// from the event loop; only `TargetError` can be raised before they return. A new request abandons
+/// the previous one. A socket may be reused or destroyed at any time, even in its own events.
 class HTTPSecureSocket : public SSLSocket {
  public:
   using HeadersPointer = std::shared_ptr<InternetHeaders>;
   using Form = Dictionary<String>;
 
-  /// Values of `mErrorCode` beside those of `SocketError`.
+  /// Values of `mErrorCode` besides those of `SocketError`.
   static constexpr int NoError = 0;
-  static constexpr int TargetError = 1;     ///< The download's file can't be made or written.
-  static constexpr int HeadersTooLong = 2;  ///< More than 64 KB without an end.
-  static constexpr int PageTooLong = 3;     ///< More than `LongestPage`.
+  static constexpr int TargetError = 1;     ///< The download's file can't be created or written.
+  static constexpr int HeadersTooLong = 2;  ///< More than 64 KB.
+  static constexpr int PageTooLong = 3;     ///< More than `LongestPage` bytes.
   static constexpr int TimedOut = -1;
 
-  /// `network` lives longer.
+  /// `network` must outlive this object.
   explicit HTTPSecureSocket(Network& network);
 
-  /// The port of a URL that names none, on a socket whose `Port` isn't set. A URL that names one
-  /// sets it, for those that follow too.
+  /// The port for a URL without one while `Port` is 0. The port used for a URL is kept in `Port`,
+  /// for later URLs without one.
   std::int64_t DefaultPort() const { return _DefaultPort; }
   void SetDefaultPort(std::int64_t port) { _DefaultPort = port; }
-  /// Empty: no proxy. Its port is the default port if 0.
+  /// The proxy's host, empty for no proxy, and its port, 0 for the default port.
   String HTTPProxyAddress;
   std::int64_t HTTPProxyPort = 0;
   int mErrorCode = NoError;
-  /// The headers of the next request; nil: those of a new socket.
+  /// The headers of the next request; nil stands for those of a new socket.
   HeadersPointer requestHeaders;
   bool synchronous = false;
-  /// Seconds of silence that end a blocking request; none do if 0 or less.
+  /// The timeout of blocking requests in seconds; 0 or less for none.
   std::int64_t timeoutSeconds = 0;
-  /// Through a proxy: 0 without a tunnel, 1 while one is asked for, 2 in it.
+  /// 0: no tunnel through a proxy; 1: a tunnel has been requested; 2: it is open.
   int tunnelMode = 0;
-  /// Bytes of a page in memory; 0: as many as come.
+  /// The maximum size in bytes of a page in memory; 0 for no limit.
   std::size_t LongestPage = 0;
-  /// A blocking request lets the event loop run.
+  /// True: blocking requests handle pending events, input of the user included.
   bool Yield = false;
 
-  // Events. Those but the two questions come only if the request doesn't block.
-  /// A user name and a password, for a realm of the server's or the proxy's. True to try again. Who
-  /// asks is told by the status alone: a 407 counts as the proxy's, whoever sent it.
+  // Events. Blocking requests raise only the two authentication questions.
+  /// Asks for the user name and password for `realm`; true to send the request again with them. A
+  /// status of 407 raises the proxy's question, even if the server sent it.
   using Question = std::function<bool(const String& realm, const HeadersPointer& headers,
                                       String& userName, String& password)>;
   Question AuthenticationRequired;
@@ -80,27 +80,27 @@ class HTTPSecureSocket : public SSLSocket {
   std::function<void(const String& url, std::int64_t status, const HeadersPointer& headers,
                      const String& content)>
       PageReceived;
-  /// `total`: 0 if the reply doesn't tell.
+  /// `bytes` have arrived of `total`, 0 if that is unknown; `data` is the latest piece.
   std::function<void(std::int64_t bytes, std::int64_t total, const String& data)> ReceiveProgress;
 
   virtual void ClearRequestHeaders();
-  /// `form` as application/x-www-form-urlencoded, in its order.
+  /// The fields of `form`, in order, as application/x-www-form-urlencoded.
   virtual String EncodeFormData(const Form& form) const;
   virtual int ErrorCode() const { return mErrorCode; }
   HeadersPointer GetRequestHeaders() const { return requestHeaders; }
 
-  // Requests. Those with a time-out in seconds block. A page comes in memory or, with a file, goes
-  // there; what was there is replaced. One that was cut off is given as far as it came. What gives
-  // a `bool` tells whether there was no error.
+  // Requests. Those with a timeout, in seconds, block. With a file, the page replaces the file's
+  // contents; otherwise it is kept in memory. A page that is cut off is delivered in part. A `bool`
+  // result is true if there was no error.
   virtual void Get(const String& url);
   virtual void Get(const String& url, const FolderItem& file);
   virtual bool Get(const String& url, const FolderItem& file, std::int64_t timeout);
   virtual String Get(const String& url, std::int64_t timeout);
   virtual void GetHeaders(const String& url);
   virtual HeadersPointer GetHeaders(const String& url, std::int64_t timeout);
-  /// The status of the last reply; 0 as long as there is none.
+  /// The status of the current reply; 0 if there is none yet.
   virtual std::int64_t HTTPStatusCode() const { return _httpStatusCode; }
-  /// The headers of the last reply; nil when it has none.
+  /// The headers of the current reply; nil if it has none.
   virtual HeadersPointer PageHeaders() const;
   virtual void Post(const String& url);
   virtual void Post(const String& url, const FolderItem& file);
@@ -111,16 +111,16 @@ class HTTPSecureSocket : public SSLSocket {
   virtual bool SendRequest(const String& method, const String& url, const FolderItem& file,
                            std::int64_t timeout);
   virtual String SendRequest(const String& method, const String& url, std::int64_t timeout);
-  /// The body of this request and those that follow, until a HEAD request. A nil form changes
+  /// These set the body of all later requests, until a HEAD request clears it. A nil form changes
   /// nothing.
   virtual void SetFormData(const std::optional<Form>& form);
   virtual void SetPostContent(const String& content, const String& type);
   virtual void SetRequestContent(const String& content, const String& type);
-  /// An empty value takes the headers of that name out. Carriage returns and line feeds in either
-  /// don't go out. Each header goes to the server, through a tunnel too; to ask for the tunnel,
-  /// only `Proxy-Authorization` does.
+  /// An empty value removes the headers of that name. Carriage returns and line feeds are not sent.
+  /// All headers go to the server, through a tunnel too; a CONNECT request carries only
+  /// `Proxy-Authorization` of them.
   virtual void SetRequestHeader(const String& name, const String& value);
-  /// Waits for the page that is under way; for ever, if none is and silence doesn't end it.
+  /// Waits for the current request. Without one, waits for the timeout or the program's end.
   virtual void WaitForPage();
 
  protected:
@@ -134,10 +134,10 @@ class HTTPSecureSocket : public SSLSocket {
   // The request.
   void _InitializeRequestHeaders();
   void _ParseURL(const String& url);
-  /// False when the file can't be made, and then nothing is under way.
+  /// False if the file can't be created; no request is running then.
   bool _DoConnect(String url, String method, std::optional<FolderItem> file);
   void TurnToProxy();
-  /// Ends that.
+  /// Restores the port that `TurnToProxy` replaced.
   void GiveBackPort();
   void _ResetVariables();
   bool _SetDownloadFile(std::optional<FolderItem> file);
@@ -145,14 +145,14 @@ class HTTPSecureSocket : public SSLSocket {
   void _SendRequest(const String& method);
   void _SendConnect();
   String _AuthenticatedHeaders();
-  /// Host and port of the tunnel's other end.
+  /// HOST:PORT of the tunnel's far end.
   String TunnelTarget() const;
-  /// Begins a request of the caller's. False when its file can't be made.
+  /// Starts a new request, not a retry. False if its file can't be created.
   bool Begin(const String& method, const String& url, const std::optional<FolderItem>& file);
-  /// False when there is no page that could be looked at.
+  /// False if the request didn't start, was replaced by another, or the socket was destroyed.
   bool SendAndWait(const String& method, const String& url, const std::optional<FolderItem>& file,
                    std::int64_t timeout);
-  /// The page in memory, which is given once.
+  /// Returns the page in memory, and clears it.
   String TakePage();
 
   // The reply.
@@ -161,26 +161,26 @@ class HTTPSecureSocket : public SSLSocket {
   void _ReceiveHeaders();
   void _ParseHeaders(const String& text);
   void _OpenTunnel();
-  /// True when the request goes out again, and the reply is of no further interest.
+  /// True if this reply is obsolete, as the request was sent again or abandoned.
   bool _AnswerChallenge();
   void _ProcessData(const String& data);
-  /// False when that has failed, and the request with it.
+  /// False if that failed, which ends the request.
   bool _Store(const String& data);
-  /// False when the file can't have been written whole, and the request has failed with it.
+  /// False if the file may be incomplete, which ends the request.
   bool _CloseDownload();
   void _ProcessPage();
   void HangUp();
-  /// Ends the request with that error.
+  /// Ends the request with the error `code`.
   void Fail(int code);
   void SetError(int code);
-  /// Expires when the socket begins another request or is destroyed, which an event may do.
+  /// Expires when the socket connects again or is destroyed, which event handlers may cause.
   std::weak_ptr<int> Exchange() const { return exchange_; }
-  /// Raises an event of a request that doesn't block. False when `Exchange` has expired with it.
+  /// Raises an event unless the request blocks. False if its handler made `Exchange` expire.
   template <class Event, class... Arguments>
   bool Raise(const Event& event, const Arguments&... arguments) {
     if (synchronous || !event) return true;
     const auto exchange = Exchange();
-    // What belongs to the socket may go while the handler runs.
+    // Uses copies, as the handler may destroy the socket.
     const Event handler = event;
     const std::tuple<Arguments...> copies(arguments...);
     std::apply(handler, copies);
@@ -218,9 +218,9 @@ class HTTPSecureSocket : public SSLSocket {
     std::int64_t ofCaller = 0;
     std::int64_t ofProxy = 0;
   };
-  std::optional<Ports> ports_;  // While `Port` may be the proxy's.
-  std::size_t searched_ = 0;    // So many bytes have been searched for the headers' end.
-  std::int64_t request_ = 0;    // The number of requests that were begun.
+  std::optional<Ports> ports_;  // Set while `Port` may be the proxy's.
+  std::size_t searched_ = 0;    // Bytes searched for the end of the headers so far.
+  std::int64_t request_ = 0;    // The number of calls of `Begin`.
   std::shared_ptr<int> exchange_ = std::make_shared<int>();
 };
 

@@ -7,7 +7,6 @@ namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
 
-/// The name in a key.
 std::string_view NameIn(std::string_view key) { return key.substr(0, key.find(':')); }
 
 String KeyFor(std::string_view name, std::int64_t index) {
@@ -18,7 +17,7 @@ String Line(std::string_view name, std::string_view value) {
   return WithoutLineEnds(name) + ": " + WithoutLineEnds(value);
 }
 
-/// Joins lines as they are added.
+/// Header lines, joined with CR LF.
 class Lines {
  public:
   void Add(std::string_view name, std::string_view value) {
@@ -87,7 +86,7 @@ void InternetHeaders::AppendHeader(std::string_view name, std::string_view value
     return;
   }
   const auto bare = NameIn(name);
-  // A name with an index of its own goes behind, wherever there is room from 1 on.
+  // The key is taken: whatever its index, the value gets the first free index from 1 on.
   std::int64_t number = taken_.Lookup(bare).value_or(1);
   while (_HasHeader(KeyFor(bare, number))) ++number;
   _Headers.Set(KeyFor(bare, number), String(value));
@@ -110,7 +109,6 @@ void InternetHeaders::SetHeader(std::string_view name, std::string_view value, s
 
 void InternetHeaders::Delete(std::string_view name) {
   taken_.Remove(NameIn(name));
-  // From the last on, so that the others keep their places.
   for (auto index = NameCount(name) - 1; index >= 0; --index) _Headers.Remove(KeyFor(name, index));
 }
 

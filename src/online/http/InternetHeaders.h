@@ -11,65 +11,63 @@ namespace vintrace::http {
 /// `text` without carriage returns and line feeds, which would start another line of a request.
 String WithoutLineEnds(std::string_view text);
 
-/// Header lines of a message: names, compared without regard to ASCII case, with one or more values
-/// each. Names and values are bytes as they are. The values of one name have the indices 0, 1, 2 …;
-/// they are kept under the keys NAME, NAME:1, NAME:2 …, as a name holds no colon.
+/// The header lines of a message. Names are compared without regard to ASCII case. A name can have
+/// several values, with the indices 0, 1, 2 …, stored under the keys NAME, NAME:1, NAME:2 …; names
+/// contain no colon. Otherwise, names and values may hold any bytes.
 class InternetHeaders {
  public:
   using Headers = Dictionary<String>;
 
-  /// The number of values, those of one name counted each.
+  /// The number of values of all names.
   std::int64_t Count() const { return static_cast<std::int64_t>(_Headers.Count()); }
 
-  /// The name at the 0-based place `position`, which is below `Count`.
+  /// The name of the value at the 0-based `position`, which must be below `Count`.
   String Name(std::int64_t position) const;
-  /// The value at the 0-based place `position`; empty outside the places.
+  /// The value at the 0-based `position`; empty if there is none.
   String Value(std::int64_t position) const;
-  /// The value of `name` with the 0-based index `index`; empty when there is none. An index below 0
-  /// counts as 0.
+  /// The value of `name` with the 0-based index `index`; empty if there is none. A negative index
+  /// means 0.
   String Value(std::string_view name, std::int64_t index = 0) const;
   /// The number of values of `name`.
   std::int64_t NameCount(std::string_view name) const;
   /// All values of `name`, joined with ", ".
   String CommaSeparatedValues(std::string_view name) const;
 
-  /// Adds a value behind the others of `name`.
+  /// Adds a value after the others of `name`.
   void AppendHeader(std::string_view name, std::string_view value);
   /// Makes `value` the only value of `name`.
   void SetHeader(std::string_view name, std::string_view value);
-  /// Replaces the value with that index; adds it, under a key with that index, if there is none.
+  /// Replaces the value with that index. If there is none, adds one with that index.
   void SetHeader(std::string_view name, std::string_view value, std::int64_t index);
-  /// Takes all values of `name` out.
+  /// Removes all values of `name`.
   void Delete(std::string_view name);
-  /// Takes one value out; those behind it move up.
+  /// Removes one value; the indices of later values decrease by 1.
   void Delete(std::string_view name, std::int64_t index);
   void DeleteAllHeaders();
 
-  /// The text that was parsed last, as it came; without one the lines as they are now, with no line
-  /// end behind the last.
+  /// The text last parsed, unchanged; if there is none, the result of `_FormatHTTPHeaders`.
   String Source() const;
 
-  /// The lines, joined with CR LF. Carriage returns and line feeds in names and values are left
-  /// out, so that no value can begin another line.
+  /// The lines, joined with CR LF. Carriage returns and line feeds in names and values are removed,
+  /// so that no value can begin another line.
   String _FormatHTTPHeaders() const;
-  /// The lines in the order of mail, without the blind copies, joined with CR LF and cleaned like
-  /// those of `_FormatHTTPHeaders`.
+  /// The same in the usual order of mail headers, without BCC and with one line each for To and CC.
   String _FormatEmailHeaders() const;
 
-  /// True when that very key, whose index is part of it, is there.
+  /// True if there is a value under `key`, such as NAME or NAME:1.
   bool _HasHeader(std::string_view key) const { return _Headers.HasKey(key); }
 
-  /// Replaces everything by the lines of `text`, whose line end is found out. Folded lines are
-  /// joined, and lines without a colon left out.
+  /// Replaces all headers with the lines of `text`, which end as `_DetermineEOLCharacter` detects.
+  /// Joins folded lines, and skips lines without a colon.
   void _ParseHeaders(std::string_view text);
-  /// CR LF if it occurs anywhere in `text`; otherwise LF if it occurs; otherwise CR if it occurs;
-  /// otherwise CR LF.
+  /// The line end used in `text`: CR LF, LF or CR, in this order of preference; CR LF if there is
+  /// none.
   static std::string_view _DetermineEOLCharacter(std::string_view text);
 
  private:
   Headers _Headers;
   String _rawHeaders;
-  // The numbers below these are taken, by name. Only speeds the search for a free one up.
+  // By name, where the search for a free index starts: those from 1 to below it are in use.
   Dictionary<std::int64_t> taken_;
 };
 

@@ -5,7 +5,6 @@
 namespace vintrace::http {
 namespace {
 
-/// What is escaped, besides line ends.
 constexpr std::string_view Escaped = "%&=,/\\][{}`~-_()*^$#!+;<>\r\n";
 
 String Escape(char byte) { return '%' + EncodeUpperHex({&byte, 1}); }

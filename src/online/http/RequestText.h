@@ -6,26 +6,26 @@
 #include "platform/text/Dictionary.h"
 #include "platform/text/String.h"
 
-/// What goes into a request, as functions of bytes.
+/// URLs and forms as requests use them. Texts may hold any bytes.
 namespace vintrace::http {
 
-/// A URL as a request uses it. Whatever the text is, it has these parts.
+/// The parts of a URL that a request uses. Any text can be split into them.
 struct RequestURL {
   String server;          ///< Host and port, as written.
-  String host;            ///< The server up to its first colon: no IPv6 address is taken.
-  std::int64_t port = 0;  ///< 0 when the URL names none.
-  String path;            ///< With the query; "/" when there is none.
+  String host;            ///< `server` up to its first colon: IPv6 addresses don't work.
+  std::int64_t port = 0;  ///< 0 if the URL names none.
+  String path;            ///< Includes the query; "/" if the URL has no path.
 };
 
-/// Splits `url`, whose scheme doesn't count.
+/// Splits `url`. Its scheme is optional and ignored.
 RequestURL SplitURL(std::string_view url);
 
-/// `text` as a part of a form: blanks become "+", and certain characters, hyphen and underscore
-/// among them but neither point nor colon, "%" and two hexadecimal digits. All other bytes, those
-/// above 127 too, stay as they are.
+/// Encodes `text` for a form. Spaces become "+". CR, LF and most ASCII punctuation, including "-"
+/// and "_" though not "." and ":", become "%" and two hexadecimal digits. All other bytes, those
+/// above 127 too, are unchanged.
 String _EncodeURLString(std::string_view text);
 
-/// The fields of `form` in their order, as application/x-www-form-urlencoded.
+/// The fields of `form`, in order, as application/x-www-form-urlencoded.
 String EncodeFields(const Dictionary<String>& form);
 
 }  // namespace vintrace::http

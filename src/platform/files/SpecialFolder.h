@@ -4,7 +4,7 @@
 
 #include "platform/files/FolderItem.h"
 
-/// Folders that have a place of their own on every system.
+/// Folders whose paths depend on the system.
 namespace vintrace::SpecialFolder {
 
 /// The user's folder for application data: $XDG_DATA_HOME if that is an absolute path, otherwise

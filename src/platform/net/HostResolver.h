@@ -8,8 +8,7 @@
 
 namespace vintrace {
 
-/// One lookup of the addresses of a host, which goes on beside the program. The end of the program
-/// does not wait for it.
+/// An asynchronous lookup of the addresses of a host. The program can end without waiting for it.
 class HostResolver {
  public:
   /// Starts to look up `host`, an ASCII name or an address.
@@ -18,8 +17,8 @@ class HostResolver {
   HostResolver& operator=(const HostResolver&) = delete;
   ~HostResolver();
 
-  /// The addresses in numeric form, in order of preference; empty if there are none. Nil while the
-  /// lookup goes on. Never blocks.
+  /// The addresses in numeric form, in order of preference; empty if there are none. Nil during the
+  /// lookup. Never blocks.
   std::optional<std::vector<String>> Addresses() const;
 
  private:

@@ -32,11 +32,11 @@ class Connection {
 
   /// Starts to connect to a host, by name or address. With a `tlsName`, the connection is secured
   /// too: the host must show a certificate for that name which the system trusts. The next change
-  /// is `Connected`, before which no byte of the caller's leaves, or `Ended`.
+  /// is `Connected`, before which no queued byte is sent, or `Ended`.
   virtual void Open(const String& host, std::int64_t port,
                     const std::optional<String>& tlsName) = 0;
   /// Secures an open plain connection, with changes like those of `Open`. Bytes received before the
-  /// handshake end it.
+  /// handshake end the connection.
   virtual void StartTLS(const String& tlsName) = 0;
 
   /// Queues bytes to be sent.
@@ -76,7 +76,7 @@ class Network {
   virtual String MD5(std::string_view text) = 0;
 };
 
-/// What a network asks of its program during waits.
+/// The functions that a network calls around and during waits.
 struct WaitHooks {
   /// Called with true before a wait, and with false after it.
   std::function<void(bool)> waits = [](bool) {};

@@ -10,61 +10,61 @@
 
 namespace vintrace {
 
-/// A stream socket, secured by TLS or plain. Nothing waits: what happens is raised as an event, and
-/// only from inside `Poll`, which the event loop calls unless somebody waits. A socket may be
-/// destroyed at any time, in its own events too.
+/// A stream socket, secured by TLS or plain. No operation blocks. Events are raised only inside
+/// `Poll`, which the event loop calls except during `Network::WaitUntil`. A socket may be destroyed
+/// at any time, even in its own events.
 class SSLSocket {
  public:
-  /// `network` lives longer.
+  /// `network` must outlive this object.
   explicit SSLSocket(Network& network);
   SSLSocket(const SSLSocket&) = delete;
   SSLSocket& operator=(const SSLSocket&) = delete;
   virtual ~SSLSocket();
 
-  /// The host to connect to, by name or address, and its port, 0 until it is set.
+  /// The host to connect to, by name or address, and its port, which is 0 until it is set.
   String Address;
   std::int64_t Port = 0;
-  /// The host that has to show a certificate; nil: `Address`. Another one behind a proxy.
+  /// The host that the certificate must name; if nil, `Address`. Differs from it behind a proxy.
   std::optional<String> PeerName;
-  /// Which TLS is spoken. Here it is 1.2 or newer, whatever the number.
+  /// The requested version of TLS. Ignored: the version is always 1.2 or newer.
   int ConnectionType = 0;
 
-  /// True: TLS on this connection. Set on a connected plain socket, it starts TLS there, and
-  /// `Event_Connected` comes again when the handshake is done. What has come before and hasn't been
-  /// read is dropped; what comes before the handshake begins ends the connection.
+  /// True for a connection with TLS. Setting it on a connected plain socket starts TLS, and
+  /// `Event_Connected` is raised again after the handshake. The bytes in `Lookahead` are dropped;
+  /// others that arrive before the handshake end the connection.
   bool Secure() const { return secure_; }
   void SetSecure(bool secure);
 
-  /// Starts to connect; a connection that there is ends without an event. `Event_Connected` or
-  /// `Event_Error` tells what came of it.
+  /// Starts to connect, and raises `Event_Connected` or `Event_Error` later. Ends an existing
+  /// connection without an event.
   void Connect();
-  /// Queues bytes; without a connection they are dropped.
+  /// Queues bytes to be sent. Without a connection, drops them.
   void Write(std::string_view bytes);
 
-  /// The bytes that have come and haven't been read; valid until the next operation.
+  /// The received bytes that haven't been read; valid until the next operation.
   std::string_view Lookahead() const { return received_; }
-  /// Takes the first `count` of them, or all if there are fewer.
+  /// Removes and returns the first `count` of these bytes, or all if there are fewer.
   String Read(std::size_t count);
   String ReadAll();
 
-  /// Raises what has happened, one after the other: what happens to a connection while one of its
-  /// events runs is raised when that has returned, also if the event polls.
+  /// Raises the pending events in order. Those of a connection whose event is running are raised
+  /// after that has returned, even if its handler polls.
   void Poll();
-  /// Drops what is queued, but for what the system has taken over already.
+  /// Drops queued bytes that the system hasn't accepted yet.
   void Purge();
-  /// Ends the connection. What has come stays to be read; no event of it comes any more.
+  /// Ends the connection without an event. The received bytes can still be read.
   void Close();
 
   /// True from `Event_Connected` until the connection ends.
   bool IsConnected() const { return isConnected_; }
-  /// The `SocketError` with which the last connection ended or wasn't made.
+  /// The `SocketError` with which the last connection ended or failed; 0 if it did neither.
   int LastErrorCode() const { return static_cast<int>(lastError_); }
 
  protected:
   virtual void Event_Connected() {}
   virtual void Event_DataAvailable() {}
-  /// The connection couldn't be made or has ended. Comes once for a connection, with all bytes that
-  /// have come before it still to be read.
+  /// The connection failed or ended. Raised once for a connection. All bytes received before can
+  /// still be read.
   virtual void Event_Error() {}
   virtual void Event_SendComplete() {}
 
@@ -87,8 +87,8 @@ class SSLSocket {
   String received_;
   bool secure_ = false;
   bool isPlain_ = false;       // The connection has no TLS yet.
-  std::int64_t number_ = 0;    // Of the connection,
-  std::int64_t raising_ = -1;  // and of that of which an event runs.
+  std::int64_t number_ = 0;    // Id of the current connection.
+  std::int64_t raising_ = -1;  // Id of the connection whose event is running, or -1.
   bool isConnected_ = false;
   SocketError lastError_ = SocketError::None;
 };

@@ -18,7 +18,7 @@ class Shell {
   void Execute(const String& command);
 
   /// The exit status of the last command; 0 means success. After a signal it is 128 plus the
-  /// signal's number, as shells have it.
+  /// signal's number, as in a shell.
   int ErrorCode() const { return errorCode_; }
 
  private:

@@ -11,8 +11,8 @@
 
 namespace vintrace {
 
-/// A map whose keys are compared without regard to ASCII case, and kept as they were first entered.
-/// Its entries are enumerated in the order in which their keys were first entered.
+/// A map whose keys are compared ignoring ASCII case. A key keeps its first spelling, and entries
+/// are enumerated in the order in which their keys were first set.
 template <class Value>
 class Dictionary {
  public:
@@ -22,14 +22,14 @@ class Dictionary {
 
   bool HasKey(std::string_view key) const { return index_.contains(LowerASCII(key)); }
 
-  /// The value under `key`, nil when there is none.
+  /// The value of `key`; nil if there is none.
   std::optional<Value> Lookup(std::string_view key) const {
     const auto found = index_.find(LowerASCII(key));
     if (found == index_.end()) return std::nullopt;
     return entries_[found->second].second;
   }
 
-  /// Enters `value` under `key`, or replaces what stands there.
+  /// Sets the value of `key`, replacing any other.
   void Set(std::string_view key, Value value) {
     const auto [place, isNew] = index_.try_emplace(LowerASCII(key), entries_.size());
     if (isNew) {
@@ -39,7 +39,7 @@ class Dictionary {
     }
   }
 
-  /// Takes the entry of `key` out, if there is one.
+  /// Removes the entry of `key`, if there is one.
   void Remove(std::string_view key) {
     const auto found = index_.find(LowerASCII(key));
     if (found == index_.end()) return;
@@ -54,12 +54,12 @@ class Dictionary {
 
   auto begin() const { return entries_.begin(); }
   auto end() const { return entries_.end(); }
-  /// The entry at the 0-based place `position`, which there is.
+  /// The entry at the 0-based `position`, which must exist.
   const Entry& operator[](std::size_t position) const { return entries_[position]; }
 
  private:
   std::vector<Entry> entries_;
-  std::unordered_map<String, std::size_t> index_;  // By the key in lower case.
+  std::unordered_map<String, std::size_t> index_;  // Positions by lower-case key.
 };
 
 }  // namespace vintrace

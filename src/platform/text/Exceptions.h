@@ -7,7 +7,7 @@
 
 namespace vintrace {
 
-/// Something broke. Expected outcomes are results and never exceptions.
+/// An unexpected failure. Expected outcomes are results and never exceptions.
 class RuntimeException : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -16,8 +16,8 @@ class RuntimeException : public std::runtime_error {
 /// A file or stream operation failed.
 class IOException : public RuntimeException {
  public:
-  /// `errorNumber`: the system's `errno`. `reason`: the path of the file, as raw bytes, and what
-  /// the system says of the error.
+  /// `errorNumber`: the system's `errno`. `reason`: the path of the file, as raw bytes, and the
+  /// system's text for the error.
   IOException(int errorNumber, const String& reason)
       : RuntimeException(reason), errorNumber_(errorNumber) {}
 
@@ -35,14 +35,14 @@ class NilObjectException : public RuntimeException {
   explicit NilObjectException(const String& what) : RuntimeException("nil object: " + what) {}
 };
 
-/// Runs a function and handles what it throws.
+/// Calls a function and handles its exceptions.
 using ExceptionHelper = void (*)(const std::function<void()>& function);
 
 /// Sets the helper for the rest of the process.
 void _RuntimeSetExceptionHelper(ExceptionHelper helper);
 
-/// Runs a function that the desktop or the network calls back: under the helper, or as it is if no
-/// helper has been set.
+/// Calls `function`, a callback of the desktop or the network, through the helper, or directly if
+/// no helper has been set.
 void _RuntimeCall(const std::function<void()>& function);
 
 }  // namespace vintrace

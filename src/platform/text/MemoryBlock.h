@@ -8,20 +8,20 @@
 
 namespace vintrace {
 
-/// Bytes in memory that grow at their end.
+/// A buffer of bytes that grows at its end.
 class MemoryBlock {
  public:
-  /// In constant time.
+  /// Takes constant time.
   std::size_t Size() const { return bytes_.size(); }
 
-  /// In time that grows with `bytes` alone, taken over many calls.
+  /// Takes amortized time proportional to the length of `bytes`.
   void Append(std::string_view bytes) { bytes_ += bytes; }
 
-  /// Makes room for `count` bytes in all; where the system gives memory as it is used, they take
-  /// none before they come. Raises `std::bad_alloc` if there is no such room.
+  /// Reserves room for `count` bytes in all. If the system commits memory on first use, unused room
+  /// takes none. Raises `std::bad_alloc` if there isn't enough.
   void Expect(std::size_t count) { bytes_.reserve(count); }
 
-  /// The first `count` bytes, or all when there are fewer. The block is empty then.
+  /// Returns the first `count` bytes, or all if there are fewer, and empties the block.
   String Take(std::size_t count) {
     String bytes = std::exchange(bytes_, {});
     if (bytes.size() > count) bytes.resize(count);

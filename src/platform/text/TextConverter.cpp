@@ -9,16 +9,16 @@ namespace {
 
 constexpr TextEncoding Utf8{256, 0, 2};
 
-/// The bytes that may follow a first one: how many, and the bounds of the second; those behind it
-/// are 80 to BF.
+/// The bytes after the first one of a character: their number, and the bounds of the next one. All
+/// later ones are 80 to BF.
 struct Followers {
   unsigned count = 0;
   unsigned low = 0x80;
   unsigned high = 0xBF;
 };
 
-// Well-formed UTF-8 byte sequences, table 3-7 of Unicode 15.0. C0, C1 and what is above F4 begin
-// none, and 80 to BF neither.
+// Well-formed UTF-8 byte sequences, table 3-7 of Unicode 15.0. No sequence begins with 80 to C1 or
+// with F5 to FF.
 Followers FollowersOf(unsigned first) {
   if (first >= 0xC2 && first <= 0xDF) return {.count = 1};
   if (first == 0xE0) return {.count = 2, .low = 0xA0};
@@ -35,7 +35,7 @@ struct Piece {
   bool valid;
 };
 
-/// The character that `text`, which isn't empty, begins with, or as much of one as there is.
+/// The first character of `text`, complete or not, or an invalid byte. `text` must not be empty.
 Piece FirstPiece(std::string_view text) {
   const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   if (byteAt(0) < 0x80) return {1, true};

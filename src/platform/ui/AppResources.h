@@ -5,13 +5,13 @@
 
 namespace vintrace {
 
-/// One file among the application's resources.
+/// An embedded resource file.
 struct AppResource {
   std::string_view name;
   std::string_view bytes;
 };
 
-/// The files that are embedded in the program, for the life of the process. The target that embeds
+/// The files embedded in the program, which live as long as the process. The target that embeds
 /// them defines this function.
 std::span<const AppResource> AppResources();
 

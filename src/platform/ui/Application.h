@@ -14,24 +14,23 @@ namespace vintrace {
 
 class MenuBar;
 
-/// The application object, which receives what the operating system has for the program as a whole.
-/// One instance, registered with the host, lives as long as the process. It is the target of the
-/// commands that work whatever window is in front.
+/// The application object, which gets the system's events for the program as a whole and the
+/// commands that work whichever window is in front. The host owns the only instance.
 class Application : public CommandTarget {
  public:
-  /// The version record. `LongVersion` is the text for the user, such as "1.20".
+  /// The version of the program. `LongVersion` is the text for the user, such as "1.20".
   int MajorVersion() const;
   int MinorVersion() const;
   int BugVersion() const;
   String LongVersion() const;
 
-  /// The menu bar; nil until the program has set it, which it does before the loop runs.
+  /// The menu bar; nil until the program sets it, before the event loop runs.
   const std::shared_ptr<vintrace::MenuBar>& MenuBar() const { return menuBar_; }
   void SetMenuBar(std::shared_ptr<vintrace::MenuBar> menuBar) { menuBar_ = std::move(menuBar); }
 
-  /// Raised by the host: `Open` once when the program has started, and `OpenDocument` for each
-  /// document that the system hands over, before that if the program was started with it. Nil: the
-  /// system named none.
+  /// Called by the host to raise `Open` once, when the program has started, and `OpenDocument` for
+  /// each document that the system hands over, before `Open` if the program was started with it.
+  /// A nil `item` means that the system named no document.
   void RaiseOpen();
   void RaiseOpenDocument(const std::optional<FolderItem>& item);
 
@@ -43,11 +42,11 @@ class Application : public CommandTarget {
   std::shared_ptr<vintrace::MenuBar> menuBar_;
 };
 
-/// The exception helper of the program: runs `function`, and passes what it throws to
-/// `_UnhandledException`, after which the program goes on.
+/// The program's top-level exception handler: calls `function` and passes a `std::exception` that
+/// it throws to `_UnhandledException`. The program continues.
 void _CallFunctionWithExceptionHandling(const std::function<void()>& function);
 
-/// The report of last resort: a message box with a general text and the reason.
+/// Shows a message box with a general text and, on a line of its own, the reason.
 void _UnhandledException(const std::exception& exception);
 
 }  // namespace vintrace

@@ -5,7 +5,7 @@
 
 namespace vintrace {
 
-// NOLINTNEXTLINE(readability-make-member-function-const): what it stands for changes
+// NOLINTNEXTLINE(readability-make-member-function-const): changes the clipboard
 void Clipboard::SetText(const String& text) {
   if (!open_) throw NilObjectException("Clipboard");
   Host::Current().SetClipboardText(text);

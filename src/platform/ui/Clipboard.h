@@ -4,8 +4,8 @@
 
 namespace vintrace {
 
-/// The desktop's clipboard, for one command. What is put there stays when the object goes, and when
-/// the program ends, as far as the desktop keeps it.
+/// The desktop's clipboard. Its text stays when this object is destroyed; whether it also stays
+/// when the program ends depends on the desktop.
 class Clipboard {
  public:
   Clipboard() = default;
@@ -13,8 +13,8 @@ class Clipboard {
   Clipboard& operator=(const Clipboard&) = delete;
   ~Clipboard() { Close(); }
 
-  /// Replaces what the clipboard holds, of whatever kind, by plain text. `text`: UTF-8. Raises
-  /// `NilObjectException` once the object is closed.
+  /// Replaces the clipboard's contents, of any kind, with plain text. `text`: UTF-8. Raises
+  /// `NilObjectException` after `Close`.
   void SetText(const String& text);
 
   /// Ends the use of the clipboard. A second call does nothing.

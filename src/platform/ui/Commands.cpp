@@ -10,7 +10,7 @@
 namespace vintrace {
 namespace {
 
-/// The handler that a command goes to now; nil for none. `front`: the front window, or nil.
+/// The handler for the item `itemName`; nil if there is none. `front`: the front window, or nil.
 const MenuHandler* HandlerOf(std::string_view itemName, const Window* front) {
   const MenuHandler* handler = front != nullptr ? front->MenuHandlerOf(itemName) : nullptr;
   return handler != nullptr ? handler : Host::Current().Application().MenuHandlerOf(itemName);
@@ -44,7 +44,7 @@ void ChooseMenuItem(const MenuItem& item) {
   if (!item.Enabled()) return;
   if (dynamic_cast<const QuitMenuItem*>(&item) != nullptr)
     return Host::Current().Quit(Host::NormalEnd);
-  const auto front = Host::Current().Windows().At(0);  // Lives until the handler returns.
+  const auto front = Host::Current().Windows().At(0);  // Keeps the window alive.
   const MenuHandler* handler = HandlerOf(item.Name(), front.get());
   if (handler != nullptr) _RuntimeCall([=] { (*handler)(); });
 }

@@ -10,10 +10,10 @@ namespace vintrace {
 
 class MenuItem;
 
-/// Runs a command. The result has no meaning yet; handlers give false.
+/// Runs a command. The result is ignored; handlers return false.
 using MenuHandler = std::function<bool()>;
 
-/// What commands go to: it enables menu items, and has handlers of some of them.
+/// An object that enables menu items and handles the commands of some of them.
 class CommandTarget {
  public:
   CommandTarget() = default;
@@ -21,12 +21,12 @@ class CommandTarget {
   CommandTarget& operator=(const CommandTarget&) = delete;
   virtual ~CommandTarget() = default;
 
-  /// Binds `handler` to the items of that name; the last one bound counts.
+  /// Binds `handler` to the menu items with that name. Replaces a handler bound before.
   void AddMenuHandler(std::string_view itemName, MenuHandler handler);
-  /// Nil when none is bound to that name.
+  /// The handler bound to that name; nil if there is none.
   const MenuHandler* MenuHandlerOf(std::string_view itemName) const;
 
-  /// Has the items enabled that can be chosen with this target.
+  /// Raises the event in which this target enables its menu items.
   void RaiseEnableMenuItems();
 
  protected:
@@ -36,14 +36,14 @@ class CommandTarget {
   std::map<String, MenuHandler, std::less<>> handlers_;
 };
 
-/// Brings the items of the application's menu bar up to date: those are enabled that the
-/// application or the front window enables.
+/// Updates the application's menu bar: a command is enabled if the application or the front window
+/// enables it.
 void UpdateMenuItems();
 
-/// The user has chosen `item` of the application's menu bar. Brings the items up to date; if this
-/// one is enabled then, its command goes to the handler of the front window, to that of the
-/// application when the window has none, and nowhere when neither has one. Handlers run as the
-/// desktop's callbacks run.
+/// Runs the command of `item`, which the user chose in the application's menu bar. Updates the menu
+/// bar first, and does nothing if `item` is disabled then. Otherwise calls the handler of the front
+/// window or, if that has none, of the application, under the top-level exception handler. A
+/// `QuitMenuItem` quits the program instead.
 void ChooseMenuItem(const MenuItem& item);
 
 }  // namespace vintrace

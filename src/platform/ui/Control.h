@@ -31,21 +31,21 @@ constexpr Color RGB(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
 inline constexpr Color Black = RGB(0, 0, 0);
 inline constexpr Color White = RGB(255, 255, 255);
 
-/// The properties of a control that its layout sets for good. The texts must be literals.
+/// The fixed properties of a control. The texts must be literals.
 struct ControlDesign {
   std::string_view Name;
-  int Left;  ///< In pixels from the window's top left corner, like `Top`.
+  int Left;  ///< In pixels from the top left corner of the window's content, like `Top`.
   int Top;
   int Width;
   int Height;
-  int TabIndex;               ///< The control's place in the order of the Tab key.
+  int TabIndex;               ///< Position in the tab order, lowest first.
   std::string_view TextFont;  ///< "System": the desktop's font.
   int TextSize;               ///< In pixels; 0: the size of the desktop's font.
   /// Accessible description of a control without text.
   std::string_view description = {};
 };
 
-/// Goes to each control by its class.
+/// A visitor for the classes of controls.
 class ControlVisitor {
  public:
   virtual ~ControlVisitor() = default;
@@ -54,8 +54,8 @@ class ControlVisitor {
   virtual void Visit(Canvas& canvas) = 0;
 };
 
-/// A control of a window, which owns it. It holds its properties and raises its events; each change
-/// of a property on a window that is shown reaches the host at once.
+/// A control, which its window owns. It holds its properties and raises its events. While the
+/// window is open, each change of a property is reported to the host at once.
 class RectControl {
  public:
   RectControl(Window& window, const ControlDesign& design) : window_(window), design_(design) {}
@@ -74,9 +74,9 @@ class RectControl {
   void SetEnabled(bool enabled);
 
  protected:
-  /// Tells the host that a property of this control has changed.
+  /// Reports a changed property to the host if the window is open.
   void Changed();
-  /// As `Window::_Raise`; an empty handler is no handler.
+  /// Calls `Window::_Raise` unless `handler` is empty.
   void Raise(const std::function<void()>& handler);
 
  private:
@@ -86,16 +86,16 @@ class RectControl {
   bool enabled_ = true;
 };
 
-/// Where in its place the lines of a text stand.
+/// The horizontal alignment of the lines of a text.
 enum class TextAlign { Left, Center };
 
-/// A text. It is drawn at the top of its place, in one line unless `Multiline`.
+/// A text, drawn at the top of the control's rectangle, in one line unless `Multiline`.
 class Label : public RectControl {
  public:
   using RectControl::RectControl;
   void Accept(ControlVisitor& visitor) override { visitor.Visit(*this); }
 
-  /// Any bytes; they are given back as they were set.
+  /// Any bytes, returned as they were set.
   const String& Text() const { return text_; }
   void SetText(String text);
   Color TextColor() const { return textColor_; }
@@ -106,18 +106,18 @@ class Label : public RectControl {
   void SetTextAlign(vintrace::TextAlign align);
   bool Multiline() const { return multiline_; }
   void SetMultiline(bool multiline);
-  /// False: the label's place is filled with the background of the desktop's windows.
+  /// If false, the control's rectangle is filled with the window's background colour.
   bool Transparent() const { return transparent_; }
   void SetTransparent(bool transparent);
 
   std::function<void()> MouseEnter;
   std::function<void()> MouseExit;
-  std::function<bool()> MouseDown;  ///< True: the press is taken, and the release comes here too.
-  std::function<void()> MouseUp;    ///< Wherever the mouse is then.
+  std::function<bool()> MouseDown;  ///< Returns true to take the press, and the release with it.
+  std::function<void()> MouseUp;    ///< The release, wherever the mouse is then.
 
   void RaiseMouseEnter() { Raise(MouseEnter); }
   void RaiseMouseExit() { Raise(MouseExit); }
-  /// False when there is no handler.
+  /// True if a handler took the press.
   bool RaiseMouseDown();
   void RaiseMouseUp() { Raise(MouseUp); }
 
@@ -130,7 +130,6 @@ class Label : public RectControl {
   bool transparent_ = false;
 };
 
-/// A button.
 class PushButton : public RectControl {
  public:
   using RectControl::RectControl;
@@ -138,11 +137,12 @@ class PushButton : public RectControl {
 
   const String& Caption() const { return caption_; }
   void SetCaption(String caption);
-  /// The button that Return presses, whatever has the focus. A window has one at most.
+  /// True for the button that Return presses, whichever control has the focus. At most one in a
+  /// window.
   bool Default() const { return default_; }
   void SetDefault(bool isDefault);
 
-  std::function<void()> Action;  ///< The button was pressed.
+  std::function<void()> Action;  ///< Called when the button is pressed.
   void RaiseAction() { Raise(Action); }
 
  private:
@@ -150,7 +150,7 @@ class PushButton : public RectControl {
   bool default_ = false;
 };
 
-/// A place for a picture, which is drawn at its top left. What has no picture shows the window.
+/// A picture, drawn at the top left of the control's rectangle. The rest shows the background.
 class Canvas : public RectControl {
  public:
   using RectControl::RectControl;

@@ -11,17 +11,17 @@ namespace vintrace {
 class Window;
 }
 
-/// What a program asks of its desktop, as functions. Contracts: those of `Host` and `WindowList`.
+/// The services of the current `Host`, as functions with the contracts of `Host` and `WindowList`.
 namespace vintrace::desktop {
 
 /// The number of open windows.
 int WindowCount();
-/// The window at the 0-based place `index` from the front; nil if there is none.
+/// The window at the 0-based position `index` from the front; nil if there is none.
 std::shared_ptr<vintrace::Window> Window(int index);
 
 void MsgBox(const String& text);
-/// Lets the user choose one file of the registered type `filterName`; nil on cancel. A name that is
-/// not registered filters nothing.
+/// Asks the user for one file of the registered type `filterName`; nil on cancel. With a name that
+/// isn't registered, asks for any file.
 std::optional<FolderItem> GetOpenFolderItem(std::string_view filterName);
 void ShowURL(const String& url);
 void Quit(int exitStatus);

@@ -8,13 +8,13 @@
 
 namespace vintrace {
 
-/// An item of a menu bar: a menu, which has items of its own, or what a user chooses in one. Its
-/// name is the handle by which it is found and handlers are bound.
+/// A menu of a menu bar, with items of its own, or an item that the user can choose. Code refers to
+/// it by its name.
 class MenuItem {
  public:
-  /// `text`: "-" makes it a separator. `keyboardShortcut`: keys joined by "+", the last a letter;
-  /// "Cmd" stands for the platform's command key (Control where there is none) and "Option" for
-  /// Alt; such as "Cmd+Option+C". Empty for none.
+  /// `text`: "-" makes a separator. `keyboardShortcut`: keys joined by "+", such as "Cmd+Option+C",
+  /// or empty for none. "Cmd" is the platform's command key (Control where there is none), "Option"
+  /// is Alt, and the last key is a letter.
   MenuItem(String name, String text, String keyboardShortcut);
   MenuItem(const MenuItem&) = delete;
   MenuItem& operator=(const MenuItem&) = delete;
@@ -25,17 +25,17 @@ class MenuItem {
   const String& KeyboardShortcut() const { return keyboardShortcut_; }
   bool IsSeparator() const { return text_ == "-"; }
 
-  /// An item can be chosen when a handler enabled it as the menus were last brought up to date.
+  /// True if the item could be chosen when the menu bar was last updated.
   bool Enabled() const { return enabled_; }
   void Enable() { enabled_ = true; }
 
-  /// Adds `item` behind the others.
+  /// Adds `item` after the others.
   void Append(std::unique_ptr<MenuItem> item) { items_.push_back(std::move(item)); }
   const std::vector<std::unique_ptr<MenuItem>>& Items() const { return items_; }
-  /// This item, or the one below it, of that name; nil if there is none.
+  /// This item, or the first below it, with that name; nil if there is none.
   MenuItem* Find(std::string_view name);
 
-  /// Makes this item and all below it what they are before any handler has enabled them.
+  /// Disables this item and all items below it, except menus and quit items, which are enabled.
   virtual void _Reset();
 
  private:
@@ -46,15 +46,15 @@ class MenuItem {
   bool enabled_ = false;
 };
 
-/// Quits the application, without a handler and at any time. It stands where the platform keeps its
-/// quit item.
+/// Quits the application without a handler, and is always enabled. It is shown where the platform
+/// has its quit item.
 class QuitMenuItem : public MenuItem {
  public:
   using MenuItem::MenuItem;
   void _Reset() override { Enable(); }
 };
 
-/// An item about the application itself. It stands in the application's own menu where the platform
+/// An item about the application itself. It is shown in the application's own menu if the platform
 /// has one.
 class ApplicationMenuItem : public MenuItem {
  public:
@@ -69,12 +69,12 @@ class MenuBar {
   MenuBar& operator=(const MenuBar&) = delete;
   virtual ~MenuBar() = default;
 
-  /// Adds `menu` behind the others.
+  /// Adds `menu` after the others.
   void Append(std::unique_ptr<MenuItem> menu) { menus_.push_back(std::move(menu)); }
   const std::vector<std::unique_ptr<MenuItem>>& Menus() const { return menus_; }
 
-  /// The menu or item of that name. Raises `NilObjectException` when there is none, or when it is
-  /// of another class than `ItemClass`.
+  /// The menu or item with that name. Raises `NilObjectException` if there is none, or if it isn't
+  /// an `ItemClass`.
   template <class ItemClass = MenuItem>
   ItemClass& Item(std::string_view name) const {
     auto* item = dynamic_cast<ItemClass*>(Find(name));
@@ -82,7 +82,7 @@ class MenuBar {
     return *item;
   }
 
-  /// Makes all items what they are before any handler has enabled them.
+  /// Calls `MenuItem::_Reset` for all menus.
   void _Reset();
 
  private:

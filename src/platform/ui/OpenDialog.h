@@ -8,14 +8,14 @@
 
 namespace vintrace {
 
-/// A question to the user for one existing item.
+/// The parameters of a dialog that asks for one existing file.
 struct FileRequest {
-  String title;                                ///< UTF-8; empty: the desktop's own title.
-  std::optional<FolderItem> initialDirectory;  ///< Nil or missing: where the desktop begins.
-  std::optional<FileType> filter;              ///< Nil: any item.
+  String title;                                ///< UTF-8; if empty, the desktop's own title.
+  std::optional<FolderItem> initialDirectory;  ///< If nil or missing, the desktop's choice.
+  std::optional<FileType> filter;              ///< If nil, any file.
 };
 
-/// A dialog of the desktop that asks for an item.
+/// A dialog of the desktop that asks for a file or folder.
 class FolderItemDialog {
  public:
   FolderItemDialog() = default;

@@ -5,12 +5,12 @@
 
 namespace vintrace {
 
-/// A picture in two sizes, as PNG files: one for ordinary screens, and its companion of twice the
-/// pixels for dense ones. Objects are shared, and the host decodes each once.
+/// A picture as two PNG files: one for ordinary screens, and its companion with twice the width and
+/// height for dense ones. Objects are shared, and the host decodes each picture once.
 class Picture {
  public:
   /// Opens the picture `name`, such as "cs.png", and its companion "cs@2x.png" from the
-  /// application's resources. Raises `IOException` when either isn't there.
+  /// application's resources. Raises `IOException` if either is missing.
   static std::shared_ptr<const Picture> _OpenFromApp(std::string_view name);
 
   Picture(std::string_view png, std::string_view pngAt2x) : png_(png), pngAt2x_(pngAt2x) {}

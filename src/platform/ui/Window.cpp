@@ -17,7 +17,7 @@ void Window::Open(const std::shared_ptr<Window>& window) {
     window->Event_Open();
     if (window->open_) Host::Current().Show(*window);
   } catch (...) {
-    window->Close();  // It would be counted as open, and never be seen.
+    window->Close();  // Otherwise it would count as open and never be seen.
     throw;
   }
 }

@@ -20,17 +20,17 @@ class MenuBar;
 enum class Frame {
   Document,
   ModalDialog,     ///< While it is open, the application's other windows get no input.
-  GlobalFloating,  ///< Stays above other windows, also those of other applications.
+  GlobalFloating,  ///< Stays above other windows, including those of other applications.
 };
 
-/// The place where a window comes up.
+/// The initial position of a window.
 enum class Placement {
   Default,  ///< Chosen by the desktop.
   CentreOfMainScreen,
 };
 
-/// The properties of a window that its layout sets for good. Sizes are those of the content, in
-/// pixels. A modal dialog keeps its width and height, and ignores the limits.
+/// The fixed properties of a window. Sizes are those of the content, in pixels. A modal dialog
+/// can't be resized, and ignores the limits.
 struct WindowDesign {
   int Width = 0;
   int Height = 0;
@@ -44,17 +44,17 @@ struct WindowDesign {
   bool Resizeable = true;
   bool MaximizeButton = false;
   bool MinimizeButton = false;
-  bool HasBackColor = false;  ///< If not, the background is that of the desktop's windows.
+  bool HasBackColor = false;  ///< If false, the background has the host's default colour.
   Color BackColor = White;
 };
 
-/// A window: its properties and its controls, which it owns in the order of their creation. It
-/// knows nothing of a screen; the host shows it. An open window is owned by the window list, and
-/// one that is closed while a handler of its own runs lives until the handler returns.
+/// A window with its properties and its controls, which it owns in creation order. It knows nothing
+/// about screens; the host shows it. The window list owns it while it is open. A window that is
+/// closed during one of its own handlers lives until the handler returns.
 class Window : public CommandTarget, public std::enable_shared_from_this<Window> {
  public:
-  /// Makes a window of class `W`, lays it out, puts it in front of the window list and has it
-  /// shown. What its layout or its `Open` event raises passes through, and no window is left.
+  /// Creates a window of class `W`, lays it out, puts it in front of the window list and shows it.
+  /// Exceptions from its layout or its `Open` event pass through and leave no window.
   template <class W>
   static std::shared_ptr<W> New() {
     auto window = std::make_shared<W>();
@@ -62,8 +62,7 @@ class Window : public CommandTarget, public std::enable_shared_from_this<Window>
     return window;
   }
 
-  /// The open window of class `W`, if there are several the front one; if there is none, a new one
-  /// as of `New`.
+  /// The frontmost open window of class `W`, or a new one from `New` if there is none.
   template <class W>
   static std::shared_ptr<W> _GetImplicitWindow() {
     for (int i = 0; const auto window = At(i); ++i) {
@@ -73,43 +72,43 @@ class Window : public CommandTarget, public std::enable_shared_from_this<Window>
   }
 
   const WindowDesign& Design() const { return design_; }
-  /// The bar that serves this window; nil for none of its own.
+  /// The menu bar of this window; nil if it has none of its own.
   const std::shared_ptr<vintrace::MenuBar>& MenuBar() const { return menuBar_; }
   /// The picture behind the controls, at the top left; nil for none.
   const std::shared_ptr<const Picture>& Backdrop() const { return backdrop_; }
 
-  /// Any bytes; they are given back as they were set.
+  /// Any bytes, returned as they were set.
   const String& Title() const { return title_; }
   void SetTitle(String title);
 
   /// The controls in creation order.
   const std::vector<std::unique_ptr<RectControl>>& Controls() const { return controls_; }
-  /// The control of that 0-based index in creation order; nil if there is none.
+  /// The control at the 0-based `index` in creation order; nil if there is none.
   RectControl* Control(int index) const;
 
   /// Brings the window to the front. Does nothing once it is closed.
   void Show();
 
-  /// The mouse was pressed where no control takes it. True: the release comes here too, wherever
-  /// the mouse is then.
+  /// Raises `MouseDown` for a press that no control took. True if the window took it; it then gets
+  /// the release too, wherever the mouse is.
   bool RaiseMouseDown();
   void RaiseMouseUp();
 
-  /// Runs a handler of the window or of one of its controls as the desktop's callbacks run, with
-  /// the window kept alive. A closed window raises no events.
+  /// Calls `handler`, of the window or of one of its controls, under the top-level exception
+  /// handler, keeping the window alive. Does nothing once the window is closed.
   void _Raise(const std::function<void()>& handler);
 
-  /// True from the end of its layout until `Close`.
+  /// True from the end of the layout until `Close`.
   bool IsOpen() const { return open_; }
-  /// Takes the window off the screen and out of the window list. A second call does nothing.
+  /// Removes the window from the screen and the window list. A second call does nothing.
   void Close();
 
  protected:
-  /// Sets the properties of `design_` and what else the window has before its controls.
+  /// Sets `design_` and the window's other properties, before its controls are created.
   virtual void Layout() = 0;
   virtual void CreateControls() = 0;
   virtual void AddMenuHandlers() {}
-  /// The window is complete and about to be shown. One that closes itself here never is.
+  /// Raised when the window is complete, before it is shown. If it closes itself, it isn't shown.
   virtual void Event_Open() {}
   virtual bool Event_MouseDown() { return false; }
   virtual void Event_MouseUp() {}
@@ -122,7 +121,7 @@ class Window : public CommandTarget, public std::enable_shared_from_this<Window>
     return added;
   }
 
-  /// The control at a place where a `ControlClass` was added.
+  /// The control at the 0-based `index` in creation order, which must be a `ControlClass`.
   template <class ControlClass>
   ControlClass& ControlAt(std::size_t index) const {
     auto& control = *controls_.at(index);

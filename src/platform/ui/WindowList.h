@@ -7,19 +7,19 @@ namespace vintrace {
 
 class Window;
 
-/// The open windows, front to back: the last activated stands first, whatever its frame. It owns
-/// them.
+/// Owns the open windows, from front to back. The front window is the one activated last, whatever
+/// its `Frame`.
 class WindowList {
  public:
   int Count() const { return static_cast<int>(windows_.size()); }
 
-  /// The window at the 0-based place `index` from the front; nil if there is none.
+  /// The window at the 0-based position `index` from the front; nil if there is none.
   std::shared_ptr<Window> At(int index) const;
 
-  /// Puts `window` first, where it joins the list if it isn't in it.
+  /// Moves `window` to the front; adds it if it isn't in the list.
   void BringToFront(std::shared_ptr<Window> window);
 
-  /// Takes `window` out; the others keep their order.
+  /// Removes `window`; the others keep their order.
   void Remove(const Window& window);
 
  private:

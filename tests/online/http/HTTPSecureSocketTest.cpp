@@ -1,4 +1,4 @@
-// The client, byte for byte, on a network without a wire.
+// The HTTP client, byte for byte, on a scripted network.
 
 #include "online/http/HTTPSecureSocket.h"
 
@@ -20,9 +20,9 @@ const String Plain = "GET /b?c=d" + Headers;
 const String OK = "HTTP/1.0 200 OK\r\n";
 const String Established = "HTTP/1.1 200 Connection established\r\n\r\n";
 
-/// A peer that answers one request, in these pieces, and ends.
+/// A peer that answers one request, in these pieces, and ends the connection.
 Peer Answering(Lines pieces) { return {.replies = {std::move(pieces)}}; }
-/// One that stays silent then.
+/// A peer that answers one request and keeps the connection open.
 Peer Staying(Lines pieces) { return {.replies = {std::move(pieces)}, .ends = false}; }
 
 Peer Challenging(int status, const String& challenge) {
@@ -36,7 +36,7 @@ class HTTPSecureSocketTest : public testing::Test {
  protected:
   HTTPSecureSocketTest() { Renew(); }
 
-  /// A new socket, whose questions are noted and answered.
+  /// Makes a new socket, with handlers that record requests for a password and answer them.
   void Renew() {
     socket = std::make_unique<HTTPSecureSocket>(network);
     socket->LongestPage = 70'000;
@@ -54,7 +54,7 @@ class HTTPSecureSocketTest : public testing::Test {
   std::unique_ptr<HTTPSecureSocket> socket;
 };
 
-TEST_F(HTTPSecureSocketTest, EachKindOfRequestIsTheseBytesToThatPort) {
+TEST_F(HTTPSecureSocketTest, EachRequestSendsTheExpectedBytesToTheExpectedPort) {
   const auto sends = [&](const String& method, const String& url, const String& bytes) {
     network.wire.clear();
     network.peers = {Page};
@@ -82,7 +82,7 @@ TEST_F(HTTPSecureSocketTest, EachKindOfRequestIsTheseBytesToThatPort) {
   sends("GET", URL, "a:1|" + Plain + "\r\n");
 }
 
-TEST_F(HTTPSecureSocketTest, AReplyIsTheSamePageInWhateverPiecesItComes) {
+TEST_F(HTTPSecureSocketTest, SplittingAReplyDoesNotChangeThePage) {
   const struct {
     String bytes, page;
     std::int64_t status;
@@ -118,7 +118,7 @@ TEST_F(HTTPSecureSocketTest, AReplyIsTheSamePageInWhateverPiecesItComes) {
         seen.append(url).append(" ").append(Str(code)).append(" ").append(content);
       };
       client.Get(URL);
-      EXPECT_EQ(seen, "") << "as everything is an event of the loop";
+      EXPECT_EQ(seen, "") << "events are raised by the event loop only";
       network.RunEvents();
       const String number = Str(status) + ' ';
       String expected = page == bytes ? "connected " : "connected " + number;
@@ -127,7 +127,7 @@ TEST_F(HTTPSecureSocketTest, AReplyIsTheSamePageInWhateverPiecesItComes) {
   }
 }
 
-TEST_F(HTTPSecureSocketTest, WhateverComesOfARequestNothingOfItStaysForTheNext) {
+TEST_F(HTTPSecureSocketTest, NoOutcomeOfARequestAffectsTheNextOne) {
   const String basic = "Basic realm=\"r\"";
   const struct {
     Peer peer;
@@ -169,7 +169,7 @@ TEST_F(HTTPSecureSocketTest, WhateverComesOfARequestNothingOfItStaysForTheNext) 
     EXPECT_EQ(socket->PageHeaders(), nullptr);
     EXPECT_EQ(network.wire, (Lines{"a:443 tls a", Plain + "\r\n"}));
   }
-  EXPECT_EQ(network.ticks, 1205) << "five seconds each, which begin anew with what comes";
+  EXPECT_EQ(network.ticks, 1205) << "each timeout is five seconds, restarted when data arrives";
   EXPECT_EQ(story, (Lines{"asked for  1", "asked for r 1", "asked for r 1"}));
 }
 
@@ -203,7 +203,7 @@ TEST_F(HTTPSecureSocketTest, ADownloadGoesIntoItsFile) {
   EXPECT_EQ(network.wire, Lines{});
 }
 
-TEST_F(HTTPSecureSocketTest, ATunnelIsAskedForInTheClearAndEverythingElseGoesThroughTLS) {
+TEST_F(HTTPSecureSocketTest, OnlyTheRequestForATunnelIsSentInTheClear) {
   network.md5 = [](std::string_view text) { return qt::QtNetwork().MD5(text); };
   const Peer tunnel{.replies = {{Established + "injected"}, {OK + "\r\npage"}}};
   Peer asking = tunnel;
@@ -243,7 +243,7 @@ TEST_F(HTTPSecureSocketTest, ATunnelIsAskedForInTheClearAndEverythingElseGoesThr
   EXPECT_EQ(network.wire, expected);
 }
 
-TEST_F(HTTPSecureSocketTest, AQuestionThatThrowsEndsTheRequest) {
+TEST_F(HTTPSecureSocketTest, AThrowingPasswordHandlerEndsTheRequest) {
   network.peers = {Challenging(401, "Basic"), Page};
   socket->AuthenticationRequired = [](auto&&...) -> bool { throw std::runtime_error("broken"); };
   EXPECT_THROW(socket->Get(URL, 5), std::runtime_error);
@@ -251,7 +251,7 @@ TEST_F(HTTPSecureSocketTest, AQuestionThatThrowsEndsTheRequest) {
   EXPECT_EQ(socket->Get(URL, 5), "page");
 }
 
-TEST_F(HTTPSecureSocketTest, ASocketMayBePolledUsedOrDestroyedInEachOfItsEvents) {
+TEST_F(HTTPSecureSocketTest, ASocketMayBePolledReusedOrDestroyedInAnyEvent) {
   enum { Poll, GetAgain, WaitForAnother, Destroy };
   const Peer whole = Staying({OK + "Content-length: 5\r\n\r\nfi", "rst"});
   const Peer refusing{.refuses = SocketError::Refused};

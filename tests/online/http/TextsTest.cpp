@@ -1,4 +1,4 @@
-// What goes into requests and is found in replies, as functions of bytes.
+// The functions that format requests and parse replies.
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 namespace vintrace::http {
 namespace {
 
-TEST(EncodeFields, EscapesItsOwnListOfCharacters) {
+TEST(EncodeFields, EscapesAFixedSetOfCharacters) {
   Dictionary<String> form;
   EXPECT_EQ(EncodeFields(form), "");
   form.Set("b", "1 + 1=2&\r\n\\/][{}`()*^$#!;<>,%25");
@@ -19,7 +19,7 @@ TEST(EncodeFields, EscapesItsOwnListOfCharacters) {
             "=a%2Db%5Fc.d:e?f@g'h\"i|j\tk%7E\xE6");
 }
 
-TEST(ParseChallenge, QuotedValuesAreWholeWhateverIsInThem) {
+TEST(ParseChallenge, KeepsSeparatorsAndEscapesInQuotedValues) {
   const auto [scheme, parameters] = ParseChallenge(
       R"(Digest realm="a, b=c", nonce="x==" ,opaque="", algorithm=MD5, e="\", \\", x, y=)");
   EXPECT_EQ(scheme, "Digest");
@@ -35,7 +35,7 @@ TEST(BasicAnswer, IsInBase64) {
   EXPECT_EQ(BasicAnswer("\xFB\xFF", "\xFE??"), "Basic +/86/j8/");
 }
 
-TEST(InternetHeaders, TheValuesOfANameHaveUnbrokenIndices) {
+TEST(InternetHeaders, TheIndicesOfANameStayContiguous) {
   InternetHeaders headers;
   for (const std::string_view value : {"a", "b", "c"}) headers.AppendHeader("Received", value);
   headers.AppendHeader("To\r\n", "");
@@ -55,7 +55,7 @@ TEST(InternetHeaders, TheValuesOfANameHaveUnbrokenIndices) {
   EXPECT_EQ(headers.CommaSeparatedValues("Received"), "alone, again");
 }
 
-TEST(InternetHeaders, EveryLineEndIsFoundOut) {
+TEST(InternetHeaders, TheKindOfLineEndIsDetected) {
   const std::pair<std::string_view, std::string_view> rows[] = {
       {"HTTP/1.0 200 OK\r\nA: 1\r\n  folded\r\n\ttwice\r\nA:\t 3", "A: 1  folded twice\r\nA: 3"},
       {"A: b: c\nno colon\n: nameless\n\n\nD:", "A: b: c\r\n: nameless\r\nD: "},
@@ -71,7 +71,7 @@ TEST(InternetHeaders, EveryLineEndIsFoundOut) {
   }
 }
 
-TEST(InternetHeaders, MailHasItsOrderAndNoBlindCopies) {
+TEST(InternetHeaders, MailFormatOrdersTheHeadersAndOmitsBcc) {
   InternetHeaders headers;
   headers._ParseHeaders(
       "Bcc: secret\nB: 1\nReceived: by a\nTo: t1\nSubject: s\nReceived: by b\nTo: t2\nDate: d\n"

@@ -1,4 +1,4 @@
-// Paths, files, commands, and the folders of a user, on the real system.
+// Paths, files, shell commands and user folders on the real system.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::string_literals;
 
-TEST(FolderItem, AZeroByteCutsNoPathShort) {
+TEST(FolderItem, AZeroByteDoesNotTruncateThePath) {
   const TemporaryFolder folder;
   folder.File("a", "");
   const FolderItem item = folder.Item("a\0b"s);
@@ -27,17 +27,17 @@ TEST(FolderItem, AZeroByteCutsNoPathShort) {
   EXPECT_THROW(BinaryStream::Create(item, true), IOException);
 }
 
-TEST(BinaryStream, EndsWhereTheFileEndedWhenItWasOpenedOrEndsNow) {
+TEST(BinaryStream, EndsAtTheSmallerOfTheInitialAndTheCurrentFileSize) {
   const TemporaryFolder folder;
   const FolderItem file = folder.File("a.indd", "abcdef");
   BinaryStream stream = BinaryStream::Open(file, false);
   stream.SetPosition(6);
   fs::resize_file(file.NativePath(), 1'000'000);
-  EXPECT_TRUE(stream.EndOfFile()) << "one that grows has an end";
+  EXPECT_TRUE(stream.EndOfFile()) << "growth after opening does not count";
   stream.SetPosition(1);
   EXPECT_FALSE(stream.EndOfFile());
   fs::resize_file(file.NativePath(), 1);
-  EXPECT_TRUE(stream.EndOfFile()) << "it has shrunk";
+  EXPECT_TRUE(stream.EndOfFile()) << "the file has shrunk";
 }
 
 int ErrorCodeOf(const String& command) {
@@ -46,11 +46,11 @@ int ErrorCodeOf(const String& command) {
   return shell.ErrorCode();
 }
 
-TEST(Shell, ACommandThatIsKilledHasFailed) {
+TEST(Shell, AKilledCommandYields128PlusTheSignal) {
   EXPECT_EQ(ErrorCodeOf("kill -TERM $$"), 128 + SIGTERM);
 }
 
-TEST(Shell, WithoutASearchPathCommandsAreStillFoundAndNoneInTheWorkingFolder) {
+TEST(Shell, AnEmptyPathFindsSystemCommandsButNoneInTheWorkingFolder) {
   const TemporaryFolder folder;
   const WorkingFolder working(folder.Path());
   fs::permissions(folder.File("here", "#!/bin/sh\n").NativePath(), fs::perms::owner_all);
@@ -59,15 +59,15 @@ TEST(Shell, WithoutASearchPathCommandsAreStillFoundAndNoneInTheWorkingFolder) {
   EXPECT_EQ(ErrorCodeOf("here 2>/dev/null"), 127);
 }
 
-TEST(GetFolderItem, TakesAbsolutePathsWithFinishedQuotations) {
+TEST(GetFolderItem, AcceptsOnlyAbsolutePathsWithClosedQuotes) {
   EXPECT_EQ(GetFolderItem("/'a b'c d", PathMode::Shell).value().NativePath(), "/a bc d");
   for (const auto& none : {""s, "a"s, "/a\\"s, "/it's"s, "/a\0b"s}) {
     EXPECT_FALSE(GetFolderItem(none, PathMode::Shell)) << none;
   }
 }
 
-// Every byte that a path can hold stands beside those that change what the next one means.
-TEST(ShellPath, LooksAsInAShellAndIsOneWordOfTheSameBytesInEvery) {
+// Each byte that a path can hold, next to bytes that can change its meaning.
+TEST(ShellPath, IsOneWordOfTheSameBytesInEveryShell) {
   EXPECT_EQ(FolderItem("/Adobe InDesign CS6.app/日本語_a-c+e\nb\r").ShellPath(),
             "/Adobe\\ InDesign\\ CS6.app/日本語_a-c+e'\n'b'\r'");
   const TemporaryFolder folder;
@@ -93,7 +93,7 @@ TEST(ShellPath, LooksAsInAShellAndIsOneWordOfTheSameBytesInEvery) {
 }
 
 #ifdef __linux__
-TEST(SpecialFolder, IsMadeForTheUserAloneWhereTheEnvironmentNamesNone) {
+TEST(SpecialFolder, ApplicationDataDefaultsToAPrivateFolderInHome) {
   const TemporaryFolder folder;
   const Environment home("HOME", folder.Path().c_str());
   const String data = folder.Item(".local/share").NativePath();

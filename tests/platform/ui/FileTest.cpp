@@ -1,4 +1,4 @@
-// Addresses of files, and the dialog that asks for one, by the toolkit's own dialog.
+// File URIs, and asking for a file with Qt's own dialog.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-TEST(FileAddress, ListsNameFilesOfThisComputerByTheirBytes) {
+TEST(FileAddress, AUriListYieldsOnlyLocalFilesByTheirRawBytes) {
   const QByteArray list =
       "file:///tmp/a%20b.indd\r\n"
       "FILE://localhost/%FF%0A.indd\n"
@@ -34,7 +34,7 @@ TEST(FileAddress, ListsNameFilesOfThisComputerByTheirBytes) {
   EXPECT_EQ(paths, (Lines{"/tmp/a b.indd", "/\xFF\n.indd", "/old/way", "/last"}));
 }
 
-TEST(FileAddress, EveryByteOfAPathComesBack) {
+TEST(FileAddress, RoundTripsEveryByteOfAPath) {
   String path = "/";
   for (int value = 1; value < 256; ++value) path += static_cast<char>(value);
   const QByteArray address = qt::AddressOf(FolderItem(path));
@@ -44,7 +44,7 @@ TEST(FileAddress, EveryByteOfAPathComesBack) {
 
 class AskForFileTest : public testing::Test {
  protected:
-  /// The answer to `request`, of a user who does that in the dialog.
+  /// The answer to `request` if the user performs `action` in the dialog.
   template <class Action>
   std::optional<FolderItem> Ask(const FileRequest& request, Action action) {
     const QApplication application(argc_, argv_);
@@ -67,7 +67,7 @@ class AskForFileTest : public testing::Test {
   inline static int argc_ = 1;
 };
 
-TEST_F(AskForFileTest, TheChosenFileIsTheAnswerWithTitleFolderAndFilter) {
+TEST_F(AskForFileTest, ReturnsTheChosenFileAndShowsTitleFolderAndFilter) {
   FileType type;
   type.Name = "indd";
   type.Extensions = ".indd";
@@ -85,7 +85,7 @@ TEST_F(AskForFileTest, TheChosenFileIsTheAnswerWithTitleFolderAndFilter) {
   EXPECT_EQ(chosen.value().NativePath(), document.NativePath());
 }
 
-TEST_F(AskForFileTest, CancelAndTheEndOfTheParentGiveNothing) {
+TEST_F(AskForFileTest, CancellingOrDestroyingTheParentReturnsNothing) {
   EXPECT_FALSE(Ask({}, [](QFileDialog& dialog, auto&) { dialog.reject(); }));
   EXPECT_FALSE(Ask({}, [](QFileDialog&, auto& parent) { parent.reset(); }));
 }

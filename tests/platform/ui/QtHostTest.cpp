@@ -1,4 +1,4 @@
-// The program on real widgets, without a screen.
+// The program with real widgets, without a screen.
 
 #include "platform/ui/qt/QtHost.h"
 
@@ -32,7 +32,7 @@ namespace {
 using online::UpdateWin;
 using Lines = std::vector<std::string>;
 
-/// The real host, but for the browser.
+/// The real host, except that it records addresses instead of opening a browser.
 class HostUnderTest : public qt::QtHost {
  public:
   HostUnderTest() : QtHost(argv_) {}
@@ -44,7 +44,7 @@ class HostUnderTest : public qt::QtHost {
   inline static char* argv_[] = {name_, nullptr};
 };
 
-/// Tells what is raised in it, and leaves to a test what comes of that.
+/// Records its events and lets a test handle them.
 class TracingApplication : public App {
  public:
   Lines story;
@@ -71,7 +71,7 @@ class QtHostTest : public testing::Test {
     _RuntimeSetExceptionHelper(_CallFunctionWithExceptionHandling);
   }
 
-  /// A window that is shown and active.
+  /// Opens a window and waits until it is active.
   template <class Kind>
   std::shared_ptr<Kind> NewWindow() {
     auto window = Window::New<Kind>();
@@ -88,13 +88,13 @@ class QtHostTest : public testing::Test {
     return *Widget(window).findChild<Kind*>(QString::fromStdString(std::string(name)));
   }
 
-  /// The middle of the control of that name, as a place of its window.
+  /// The centre of the control `name`, in coordinates of its window.
   QPoint Middle(const Window& window, std::string_view name) {
     const QWidget& control = Child(window, name);
     return control.mapTo(&Widget(window), control.rect().center());
   }
 
-  /// Presses the key, and gives the name of what has the focus then, or "closed".
+  /// Presses the key and returns the name of the widget that then has the focus, or "closed".
   std::string Press(const Window& window, Qt::Key key) {
     QTest::keyClick(Widget(window).focusWidget(), key);
     return window.IsOpen() ? Widget(window).focusWidget()->objectName().toStdString() : "closed";
@@ -105,7 +105,7 @@ class QtHostTest : public testing::Test {
   const Lines page{std::string(endpoints::WebPage)};
 };
 
-/// Counts how often what it watches is drawn.
+/// Counts the paint events of the object it watches.
 class PaintCounter : public QObject {
  public:
   int paints = 0;
@@ -115,14 +115,14 @@ class PaintCounter : public QObject {
   }
 };
 
-TEST_F(QtHostTest, TheStartOpensItsDocumentsInOrderAndDrawsEachBeforeWhatComesNext) {
+TEST_F(QtHostTest, StartOpensDocumentsInOrderAndPaintsEachBeforeTheNext) {
   host.HandOver(FolderItem("/\xFF\n.indd"));
   QFileOpenEvent fromTheSystem(QString("/二.indd"));
   QApplication::sendEvent(qApp, &fromTheSystem);
   std::deque<PaintCounter> counters;
   const auto expectDrawn = [&] {
     for (const auto& counter : counters) EXPECT_GT(counter.paints, 0);
-    EXPECT_EQ(host.StandIn(), nullptr) << "a window that nobody needs";
+    EXPECT_EQ(host.StandIn(), nullptr) << "there is a document, so no stand-in is needed";
   };
   app->onDocument = [&] {
     expectDrawn();
@@ -138,7 +138,7 @@ TEST_F(QtHostTest, TheStartOpensItsDocumentsInOrderAndDrawsEachBeforeWhatComesNe
   EXPECT_EQ(host.ExitStatus(), 3);
 }
 
-TEST_F(QtHostTest, WhatBreaksIsReportedAndNoDocumentComesWhileABoxIsOpen) {
+TEST_F(QtHostTest, ExceptionsAreReportedAndNoDocumentOpensDuringAMessage) {
   app->onOpen = [&] {
     for (const char* path : {"/a.indd", "/b.indd", "/c.indd"}) host.HandOver(FolderItem(path));
   };
@@ -146,7 +146,7 @@ TEST_F(QtHostTest, WhatBreaksIsReportedAndNoDocumentComesWhileABoxIsOpen) {
   const auto answer = [&] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     ASSERT_NE(box, nullptr);
-    // The loop of the box comes round, and a document that didn't wait would come.
+    // Run the box's event loop: a document that did not wait would open now.
     for (int round = 0; round < 3; ++round) QCoreApplication::processEvents();
     EXPECT_EQ(app->story.size(), 2U);
     EXPECT_EQ(box->textFormat(), Qt::PlainText);
@@ -163,10 +163,10 @@ TEST_F(QtHostTest, WhatBreaksIsReportedAndNoDocumentComesWhileABoxIsOpen) {
   host.Run();
   EXPECT_EQ(shown, (Lines{"<b>一</b>\n\uFFFD二", "予期しないエラーが起こりました。\nbroken"}));
   EXPECT_EQ(app->story, (Lines{"open", "document /a.indd", "document /b.indd"}))
-      << "and what waits when the program quits is dropped";
+      << "a document that waits when the program quits is dropped";
 }
 
-TEST_F(QtHostTest, TheAboutWindowStaysInFrontOfADocumentThatComes) {
+TEST_F(QtHostTest, TheAboutWindowStaysInFrontOfANewDocument) {
   const auto about = NewWindow<Window2>();
   const auto document = Window::New<Window1>();
   ASSERT_TRUE(QTest::qWaitFor([&] { return Widget(*document).isVisible(); }));
@@ -174,7 +174,7 @@ TEST_F(QtHostTest, TheAboutWindowStaysInFrontOfADocumentThatComes) {
   EXPECT_TRUE(QTest::qWaitForWindowActive(&Widget(*about)));
 }
 
-TEST_F(QtHostTest, AWindowThatIsPressedIsInFront) {
+TEST_F(QtHostTest, ClickingAWindowBringsItToTheFront) {
   const auto a = NewWindow<Window1>();
   const auto b = NewWindow<Window1>();
   QTest::mouseClick(&Child(*a, "PushButton2"), Qt::LeftButton);
@@ -182,12 +182,12 @@ TEST_F(QtHostTest, AWindowThatIsPressedIsInFront) {
   EXPECT_TRUE(b->IsOpen());
 }
 
-TEST_F(QtHostTest, MenusAndShortcutsObeyWhatIsEnabledAtThatMoment) {
+TEST_F(QtHostTest, MenusAndShortcutsUseTheCurrentEnabledState) {
   const auto window = NewWindow<Window1>();
   QMenu* edit = Widget(*window).findChild<QMenuBar*>()->actions().at(1)->menu();
   const QAction* copy = edit->actions().at(0);
   EXPECT_TRUE(copy->isEnabled());
-  Window::New<Window2>();  // In front now, though not on the screen yet.
+  Window::New<Window2>();  // In front, but not on the screen yet.
   emit edit->aboutToShow();
   EXPECT_FALSE(copy->isEnabled());
   host.Windows().BringToFront(window);
@@ -195,12 +195,12 @@ TEST_F(QtHostTest, MenusAndShortcutsObeyWhatIsEnabledAtThatMoment) {
   EXPECT_FALSE(window->IsOpen());
 }
 
-TEST_F(QtHostTest, TheTabKeyGoesRoundByTabIndexAndKeysActOnlyOnWhatItReached) {
+TEST_F(QtHostTest, TabFollowsTabIndexAndKeysActOnlyOnTheFocusedControl) {
   for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
     const auto window = NewWindow<Window1>();
-    ASSERT_EQ(Press(*window, key), "") << "nothing has the focus";
+    ASSERT_EQ(Press(*window, key), "") << "no control has the focus yet";
     for (const char* stop : {"PushButton2", "PushButton3", "PushButton2"}) {
-      ASSERT_EQ(Press(*window, Qt::Key_Tab), stop) << "the link is covered by a button";
+      ASSERT_EQ(Press(*window, Qt::Key_Tab), stop) << "Tab skips the link that a button covers";
     }
     Widget(*window).setFocus();
     window->SetOpenable(false);
@@ -214,7 +214,7 @@ TEST_F(QtHostTest, TheTabKeyGoesRoundByTabIndexAndKeysActOnlyOnWhatItReached) {
   }
 }
 
-TEST_F(QtHostTest, TheAboutWindowClosesByAKeyOrAClickThatNoLinkTakes) {
+TEST_F(QtHostTest, AKeyOrAClickOutsideTheLinksClosesTheAboutWindow) {
   auto about = NewWindow<Window2>();
   EXPECT_EQ(Child<QLabel>(*about, "Label1").text().toStdString(), about->Label1().Text());
   EXPECT_EQ(Press(*about, Qt::Key_Escape), "closed");
@@ -231,7 +231,7 @@ TEST_F(QtHostTest, TheAboutWindowClosesByAKeyOrAClickThatNoLinkTakes) {
   EXPECT_FALSE(about->IsOpen());
 }
 
-TEST_F(QtHostTest, LinksFollowTheMouse) {
+TEST_F(QtHostTest, LinksTurnRedUnderTheMouseAndOpenOnRelease) {
   const auto document = NewWindow<Window1>();
   document->SetOpenable(false);
   const auto notice = NewWindow<UpdateWin>();
@@ -256,7 +256,7 @@ TEST_F(QtHostTest, LinksFollowTheMouse) {
   }
 }
 
-TEST_F(QtHostTest, ReturnInTheNoticeDownloadsWhateverHasTheFocus) {
+TEST_F(QtHostTest, ReturnInTheNoticeOpensTheDownloadWhateverHasTheFocus) {
   for (const char* focused : {"PushButton1", "Label2"}) {
     const auto notice = NewWindow<UpdateWin>();
     Child(*notice, focused).setFocus();
@@ -266,10 +266,10 @@ TEST_F(QtHostTest, ReturnInTheNoticeDownloadsWhateverHasTheFocus) {
   const auto notice = NewWindow<UpdateWin>();
   Child(*notice, "PushButton1").setFocus();
   EXPECT_EQ(Press(*notice, Qt::Key_Space), "closed");
-  EXPECT_EQ(host.urls, Lines{}) << "the other button closes alone";
+  EXPECT_EQ(host.urls, Lines{}) << "the other button only closes the notice";
 }
 
-TEST_F(QtHostTest, TextsAreDrawnSafelyInTheirPlaces) {
+TEST_F(QtHostTest, TextsArePlainSanitizedAndElided) {
   const auto window = NewWindow<Window1>();
   window->SetDocumentName("<b>[*]&\n\xFF.indd");
   EXPECT_EQ(Widget(*window).windowHandle()->title(), "<b>[*]&\uFFFD\uFFFD.indd");
@@ -287,7 +287,7 @@ TEST_F(QtHostTest, TextsAreDrawnSafelyInTheirPlaces) {
   EXPECT_TRUE(tooLong.toolTip().contains("&lt;i&gt;"));
 }
 
-TEST_F(QtHostTest, PicturesAreDrawnAsTheyAreAndFinerOnDenseScreens) {
+TEST_F(QtHostTest, PicturesAreDrawnUnscaledOnNormalAndHighDpiScreens) {
   const auto window = NewWindow<Window1>();
   const auto decoded = [](std::string_view png, QImage::Format format) {
     return QImage::fromData(QByteArrayView(png)).convertToFormat(format);
@@ -302,7 +302,7 @@ TEST_F(QtHostTest, PicturesAreDrawnAsTheyAreAndFinerOnDenseScreens) {
   EXPECT_EQ(dense, decoded(picture->PngAt2x(), dense.format()));
 }
 
-TEST_F(QtHostTest, EveryTextIsThatOfItsDesignForAssistiveTechnologyTooAndALinkHasItsAction) {
+TEST_F(QtHostTest, AllTextsAreAccessibleAndALinkHasAPressAction) {
   const auto document = NewWindow<Window1>();
   document->SetOpenable(false);
   auto* link = QAccessible::queryAccessibleInterface(&Child(*document, "StaticText4"));

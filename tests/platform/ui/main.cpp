@@ -2,7 +2,7 @@
 
 #include <QByteArray>
 
-// The tests make their own QApplication or QtHost, and without a screen unless told otherwise.
+// The tests create their own QApplication or QtHost, offscreen unless QT_QPA_PLATFORM is set.
 int main(int argc, char* argv[]) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   testing::InitGoogleTest(&argc, argv);

@@ -35,7 +35,7 @@ struct HostResolver::Lookup {
 
 HostResolver::HostResolver(const String& host) : lookup_(std::make_unique<Lookup>(host)) {}
 
-// The library writes into a lookup that it can't cancel, so that one stays until it is over.
+// The library writes into a lookup that it can't cancel, so such a lookup is kept until it is over.
 HostResolver::~HostResolver() {
   static auto& abandoned = *new std::vector<std::unique_ptr<Lookup>>;
   std::erase_if(abandoned, [](const auto& lookup) { return lookup->IsOver(); });

@@ -8,7 +8,7 @@
 namespace vintrace::qt {
 namespace {
 
-/// In the form in which names are compared: ASCII, without the dot of the root.
+/// The name in the form for comparison: ASCII in lower case, without a final dot.
 QString Ascii(const QString& name) {
   QString ascii = QString::fromLatin1(QUrl::toAce(name)).toLower();
   if (ascii.endsWith('.')) ascii.chop(1);

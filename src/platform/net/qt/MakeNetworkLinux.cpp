@@ -1,5 +1,5 @@
-// The network needs many libraries, whose loading would delay the first window. They come with a
-// module, which is loaded at the first request.
+// Loading the many libraries of the network would delay the first window. They are linked to a
+// module that is loaded at the first request.
 
 #include "platform/net/qt/MakeNetwork.h"
 #include "platform/process/BundledParts.h"

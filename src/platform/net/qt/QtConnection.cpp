@@ -21,7 +21,7 @@ constexpr qint64 BlockSize = 65536;
 
 QString Text(const String& bytes) { return QString::fromUtf8(QByteArray::fromStdString(bytes)); }
 
-/// `host` as name servers know it, in ASCII; empty if it can't be a host.
+/// `host` in ASCII: an address as it is, a name as in DNS. Empty if it can't be a host.
 String HostInASCII(const String& host) {
   return QHostAddress(Text(host)).isNull() ? QUrl::toAce(Text(host)).toStdString() : host;
 }
@@ -92,7 +92,7 @@ void QtConnection::Open(const String& host, std::int64_t port,
   AwaitAddresses();
 }
 
-// Also at the start, so that an address or a name from a file costs no delay.
+// Called at the start too, so that an address or a name from the hosts file causes no delay.
 void QtConnection::AwaitAddresses() {
   constexpr std::chrono::milliseconds BetweenLooks(5);
   const auto addresses = resolver_->Addresses();
@@ -206,7 +206,7 @@ void QtConnection::Announce() {
     isAnnounced_ = false;
     if (changes_.empty()) return;
     if (waits_ > 0) return Announce();
-    // `changed` may destroy this object, or leave changes.
+    // `changed` may destroy this object, or leave changes unread.
     const auto changed = changed_;
     const QPointer<QObject> context(&context_);
     changed();

@@ -6,14 +6,13 @@
 #include <memory>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "platform/net/HostResolver.h"
 #include "platform/net/Network.h"
 
 namespace vintrace::qt {
 
-/// A connection by the toolkit's sockets.
+/// A connection on the toolkit's sockets.
 class QtConnection : public Connection {
  public:
   /// `changed`: see `Network::NewConnection`. `waits`: number of active waits; must outlive this

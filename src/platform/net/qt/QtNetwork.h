@@ -9,7 +9,7 @@
 
 namespace vintrace::qt {
 
-/// The network of the toolkit, in the main thread's event loop.
+/// The toolkit's network, run by the main thread's event loop.
 class QtNetwork : public Network {
  public:
   explicit QtNetwork(WaitHooks hooks = {}) : hooks_(std::move(hooks)) {}

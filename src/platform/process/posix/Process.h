@@ -38,7 +38,7 @@ struct Command {
 /// What a new process inherits besides its working directory.
 enum class Session {
   Shared,  ///< The session, standard error, and all files without close-on-exec.
-  New      ///< Nothing: it gets a session of its own and, on Linux, no open file but the streams.
+  New      ///< Nothing: it gets a session of its own and, on Linux, no open file except streams.
 };
 
 /// Starts a process and returns its id. Streams that it does not inherit are /dev/null, and no

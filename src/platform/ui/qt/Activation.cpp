@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <algorithm>
 #include <charconv>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <optional>
@@ -18,11 +19,11 @@ struct Free {
   void operator()(void* memory) const { std::free(memory); }
 };
 
-/// Messages to the window manager and to listeners on the root window, by the toolkit's connection
-/// to the X server.
+/// Sends messages to the window manager and to listeners on the root window, over the toolkit's
+/// connection to the X server.
 class X11 {
  public:
-  /// Nil if the windows aren't X11's.
+  /// Nil if the program doesn't run on X11.
   static std::optional<X11> Here() {
     auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (application == nullptr || application->connection() == nullptr) return std::nullopt;
@@ -107,7 +108,7 @@ std::optional<std::uint32_t> TimeOf(std::string_view startupId) {
   return whole ? std::optional(time) : std::nullopt;
 }
 
-/// A value of a message, quoted as the startup notification protocol has it.
+/// A value of a message, quoted as the startup notification protocol requires.
 String Quoted(std::string_view value) {
   String quoted = "\"";
   for (const char c : value) {

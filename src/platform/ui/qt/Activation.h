@@ -11,7 +11,7 @@ struct Activation {
   String token;      ///< XDG_ACTIVATION_TOKEN, for Wayland; empty: none.
   String startupId;  ///< DESKTOP_STARTUP_ID, for X11; empty: none.
 
-  /// True if there is any.
+  /// True if there is a permission.
   explicit operator bool() const { return !token.empty() || !startupId.empty(); }
 };
 

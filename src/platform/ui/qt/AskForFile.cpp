@@ -16,7 +16,7 @@
 namespace vintrace::qt {
 namespace {
 
-/// Such as "indd (*.indd *.INDD)": some desktops distinguish capitals.
+/// Such as "indd (*.indd *.INDD)", because some desktops match case-sensitively.
 QString FilterOf(const FileType& type) {
   QStringList patterns;
   for (const auto& suffix : type.Suffixes()) {
@@ -33,8 +33,8 @@ QUrl& LastFolder() {
   return folder;
 }
 
-/// For the toolkit's own dialog, which takes the place of a desktop's: its texts are in English
-/// unless its Japanese ones are installed and loaded.
+/// For the toolkit's own dialog, which is shown if the desktop has none. Its texts are in English
+/// unless the Japanese ones are installed and loaded.
 void LoadJapaneseTexts() {
   static QPointer<QTranslator> translator;
   if (translator) return;

@@ -12,7 +12,7 @@ struct FileRequest;
 
 namespace vintrace::qt {
 
-/// Asks the user for one existing file, by the desktop's dialog in front of `parent`, which may be
+/// Asks the user for one existing file, in the desktop's dialog in front of `parent`, which may be
 /// null. Runs an event loop until the user answers. Nil on cancel, and if `parent` is destroyed
 /// meanwhile.
 std::optional<FolderItem> AskForFile(const FileRequest& request, QWidget* parent);

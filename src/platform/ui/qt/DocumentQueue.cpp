@@ -58,7 +58,7 @@ void DocumentQueue::ShowWindows() {
 }
 
 void DocumentQueue::ShowAndAwaitPaint(WindowWidget& window) {
-  // Windows on another workspace aren't painted, so that after one that wasn't none is awaited.
+  // Windows on another workspace aren't painted, so no further window is awaited after a timeout.
   constexpr std::chrono::milliseconds Patience(250);
   if (paintsWhenShown_) {
     awaitsPaint_ = &window;

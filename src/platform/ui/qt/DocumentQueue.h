@@ -14,15 +14,15 @@ namespace vintrace::qt {
 
 class WindowWidget;
 
-/// The documents that the system handed over and the windows that are to come up, in their order.
-/// A window comes up when the handler that made it has returned, so that it is complete; the next
+/// The documents that the system handed over and the windows that wait to be shown, in order. A
+/// window is shown when the handler that made it has returned, so that it is complete. The next
 /// document is opened when that window has been painted, as an inspection can take long.
 class DocumentQueue {
  public:
   struct Hooks {
     /// False while a box or dialog is open, and once the program quits.
     std::function<bool()> mayShow;
-    /// False, besides, while documents have to wait.
+    /// A second condition for opening a document.
     std::function<bool()> mayOpen;
     /// Called after a window came up, with the permission of its document's start.
     std::function<void(WindowWidget&, const Activation&)> cameUp;
@@ -34,16 +34,16 @@ class DocumentQueue {
 
   /// Adds a document, which the application's `OpenDocument` event will get.
   void Add(const FolderItem& document, const Activation& activation);
-  /// Adds a window that is to come up. It may be deleted meanwhile.
+  /// Adds a window to be shown. It may be deleted meanwhile.
   void Add(WindowWidget& window);
 
   /// Opens all documents added so far, and returns when their last window has been painted.
   void OpenAtStart();
   /// Lets documents that are added from now on be opened from the event loop.
   void Start();
-  /// Goes on from the event loop, in case something it waited for has changed.
+  /// Continues from the event loop, in case a condition has changed.
   void ContinueLater();
-  /// Goes on at once.
+  /// Continues at once.
   void Continue();
 
  private:
@@ -63,8 +63,8 @@ class DocumentQueue {
   std::deque<Entry> documents_;
   std::vector<QPointer<WindowWidget>> unshown_;
   Activation activation_;               // Of the document opened last.
-  QPointer<WindowWidget> awaitsPaint_;  // The next document waits for it,
-  QDeadlineTimer awaitsUntil_;          // but no longer than this.
+  QPointer<WindowWidget> awaitsPaint_;  // The next document waits for this window,
+  QDeadlineTimer awaitsUntil_;          // but only until then.
   bool paintsWhenShown_ = true;         // False if the last window wasn't painted in time.
   bool started_ = false;
 };

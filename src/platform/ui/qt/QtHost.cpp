@@ -80,9 +80,9 @@ void EndInsteadOfAbort(QtMsgType type, const QMessageLogContext& /*context*/,
   std::_Exit(1);
 }
 
-/// A modal window that is open stays in front of windows that come up.
+/// Keeps an open modal window in front of windows that come up.
 void KeepModalInFront() {
-  // It may have kept its place on the screen, and then reports no activation.
+  // If it stayed in front on the screen, no activation has updated the window list.
   auto* modal = dynamic_cast<WindowWidget*>(QApplication::activeModalWidget());
   if (modal != nullptr) modal->Shown().Show();
 }
@@ -107,7 +107,7 @@ QtHost::QtHost(char* argv[])
 
 QtHost::~QtHost() {
   if (instance_ != nullptr) instance_->Serve(nullptr);
-  // First, so that events of a dying widget find no other.
+  // Emptied first, so that events during the deletion find no widget.
   const auto widgets = std::exchange(widgets_, {});
   for (const auto& [window, widget] : widgets) delete widget;
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -24,7 +24,7 @@ class WindowWidget;
 /// The host on the toolkit's widgets.
 class QtHost : public Host {
  public:
-  /// Of the arguments only the program's name is used; none is read as an option of the toolkit.
+  /// Uses only the program's name in `argv`; the toolkit reads no options from it.
   explicit QtHost(char* argv[]);
   QtHost(const QtHost&) = delete;
   QtHost& operator=(const QtHost&) = delete;

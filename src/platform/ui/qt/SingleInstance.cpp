@@ -21,7 +21,7 @@ constexpr const char* BusName = VINTRACE_BUS_NAME;
 // The keys of the platform data.
 constexpr const char* TokenKey = "activation-token";
 constexpr const char* StartupKey = "desktop-startup-id";
-/// Our own: when the caller stops waiting, in milliseconds of the system's monotonic clock.
+/// Not a standard key: when the caller stops waiting, in milliseconds of the monotonic clock.
 constexpr const char* DeadlineKey = "vintrace-deadline";
 
 /// The object path that the interface prescribes for a bus name.
@@ -85,7 +85,7 @@ bool CanTravel(const StartRequest& request) {
 class SingleInstance::Bus : public QDBusVirtualObject {
  public:
   explicit Bus(QDBusConnection bus) : bus_(std::move(bus)) {
-    // Before the name is requested, so that whoever sees the name finds the object.
+    // Before the name is requested, so that a process that sees the name finds the object.
     bus_.registerVirtualObject(ObjectPath(), this);
   }
 

@@ -9,7 +9,7 @@
 
 namespace vintrace::qt {
 
-/// The documents of one start of the program, and what the desktop gave it for its window.
+/// The documents of one start of the program, and the desktop's permission for its window.
 struct StartRequest {
   std::vector<FolderItem> documents;
   Activation activation;
@@ -20,10 +20,10 @@ struct StartRequest {
 /// which removes the desktop's variables from the environment.
 StartRequest StartRequestOf(int argc, char* argv[]);
 
-/// The one running instance of the program in a desktop session, and the way of later starts to it:
+/// The single running instance of the program in a desktop session. Later starts reach it through
 /// the interface `org.freedesktop.Application` on the session bus (Desktop Entry Specification,
-/// "D-Bus Activation"). Without a bus, and on macOS, where the system keeps programs single, every
-/// start is an instance of its own.
+/// "D-Bus Activation"). Without a bus, every start is an instance of its own. The same holds on
+/// macOS, where the system itself starts a program only once.
 class SingleInstance {
  public:
   SingleInstance();
@@ -31,10 +31,10 @@ class SingleInstance {
   SingleInstance& operator=(const SingleInstance&) = delete;
   ~SingleInstance();
 
-  /// Hands `request` over to the running instance. True if that has taken it, and this process is
-  /// done. False if there is none, and this process is the running instance from now on; also if
-  /// the other one doesn't answer within two seconds, and this process runs beside it. Never
-  /// raises.
+  /// Hands `request` over to the running instance. If that took it, returns true, and this process
+  /// is done. If there is none, returns false, and this process becomes the running instance. Also
+  /// returns false if the other one doesn't answer within two seconds; this process then runs
+  /// beside it. Never raises.
   bool HandOver(const StartRequest& request);
 
   /// From now on, `taken` is called from the event loop with the request of each later start, those

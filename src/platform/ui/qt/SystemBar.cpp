@@ -56,7 +56,7 @@ class StandInWindow : public QWidget {
     return FilesOf(event.mimeData()->data("text/uri-list"));
   }
 
-  // Whatever the source proposes: what is moved to here would be deleted there.
+  // Never as a move, even if the source proposes one: it would delete the document.
   static void AcceptAsCopy(QDropEvent& event) {
     event.setDropAction(Qt::CopyAction);
     event.accept();
@@ -66,7 +66,7 @@ class StandInWindow : public QWidget {
   std::function<void()> quit_;
 };
 
-/// Makes its window when it is needed first: a start with documents has no use for it.
+/// Creates its window when it is first needed, as a start with documents doesn't need it.
 class StandInBar : public SystemBar {
  public:
   StandInBar(MenuBarView& view, std::function<void(const FolderItem&)> dropped,

@@ -11,22 +11,22 @@ namespace vintrace::qt {
 
 class MenuBarView;
 
-/// The bar that is there also without a window. Where windows carry the bar, a small window stands
-/// in for it, which also takes the documents that are dropped on it, as the application's icon does
-/// elsewhere.
+/// The menu bar while no window carries one. Where menu bars belong to windows, a small stand-in
+/// window shows it. That window also accepts dropped documents, like the application's icon on
+/// other systems.
 class SystemBar {
  public:
   virtual ~SystemBar() = default;
 
-  /// Tells whether no window that carries the bar is open. The window that stands in comes and goes
-  /// with it.
+  /// Shows the stand-in window if `needed`, that is while no open window carries the bar, and hides
+  /// it otherwise.
   virtual void SetNeeded(bool needed) = 0;
-  /// The window that stands in; nil while there is none on the screen.
+  /// The stand-in window; nil while none is on the screen.
   virtual QWidget* StandIn() const = 0;
 };
 
-/// Makes the bar, of `view`, which outlives it. `dropped` is called for each document, `quit` when
-/// the user closes the window that stands in.
+/// Makes the bar from `view`, which must outlive it. Calls `dropped` for each dropped document, and
+/// `quit` when the user closes the stand-in window.
 std::unique_ptr<SystemBar> MakeSystemBar(MenuBarView& view,
                                          std::function<void(const FolderItem&)> dropped,
                                          std::function<void()> quit);

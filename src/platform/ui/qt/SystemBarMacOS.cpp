@@ -6,7 +6,7 @@
 namespace vintrace::qt {
 namespace {
 
-/// The one bar at the top of the screen.
+/// The menu bar at the top of the screen.
 class GlobalBar : public SystemBar {
  public:
   explicit GlobalBar(MenuBarView& view) : bar_(view.MakeBar(nullptr)) {}

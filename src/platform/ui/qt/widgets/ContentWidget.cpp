@@ -24,7 +24,7 @@ ContentWidget::ContentWidget(Window& window, QWidget& parent) : QWidget(&parent)
 void ContentWidget::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   backdrop_.paint(&painter, rect(), Qt::AlignLeft | Qt::AlignTop);
-  // The controls are drawn after their ground, in the same turn of the loop.
+  // The controls are painted after this widget, in the same turn of the event loop.
   if (auto painted = std::exchange(painted_, nullptr))
     QTimer::singleShot(0, this, std::move(painted));
 }

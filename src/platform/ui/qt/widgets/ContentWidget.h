@@ -10,14 +10,14 @@ class Window;
 
 namespace vintrace::qt {
 
-/// What a window has inside its frame and below its bar: the ground, on which the controls lie.
-/// What no control takes of the mouse becomes the window's own events.
+/// The content of a window, inside its frame and below its menu bar. It is the parent of the
+/// controls' widgets. Mouse events that no control takes become the window's own.
 class ContentWidget : public QWidget {
  public:
-  /// `window` is used until the object goes. `parent` owns it.
+  /// `window` must outlive this object, which `parent` owns.
   ContentWidget(Window& window, QWidget& parent);
 
-  /// `painted` is called once, when the content has been on the screen and drawn.
+  /// Calls `painted` once, after the content has next been painted.
   void WhenPainted(std::function<void()> painted) { painted_ = std::move(painted); }
 
  protected:
@@ -29,7 +29,7 @@ class ContentWidget : public QWidget {
   Window& window_;
   QIcon backdrop_;
   std::function<void()> painted_;
-  bool pressed_ = false;  // The window took the press, and the release is its own.
+  bool pressed_ = false;  // The window took the press and gets the release.
 };
 
 }  // namespace vintrace::qt

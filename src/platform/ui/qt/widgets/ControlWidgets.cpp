@@ -20,7 +20,6 @@
 namespace vintrace::qt {
 namespace {
 
-/// What all faces share.
 void RefreshCommon(const RectControl& control, QWidget& widget) {
   widget.setVisible(control.Visible());
   widget.setEnabled(control.Enabled());
@@ -43,7 +42,7 @@ class LabelView : public QLabel, public ControlView {
 
   QWidget& Widget() override { return *this; }
 
-  /// A label that takes the mouse is a link.
+  /// A label that handles clicks is a link.
   bool IsLink() const { return static_cast<bool>(label_.MouseUp); }
 
   /// Follows the link as a click does.
@@ -99,7 +98,7 @@ class LabelView : public QLabel, public ControlView {
     return align == TextAlign::Center ? Qt::AlignHCenter : Qt::AlignLeft;
   }
 
-  /// The frame is the text's colour, which is legible on the ground, whatever that is.
+  /// The frame has the text's colour, which contrasts with any background of the label.
   void DrawFocus() {
     QPainter painter(this);
     painter.setPen(QPen(palette().color(QPalette::WindowText), 1, Qt::DotLine));
@@ -113,8 +112,8 @@ class LabelView : public QLabel, public ControlView {
     setPalette(colors);
   }
 
-  /// A line too long for its place ends in an ellipsis; the whole of it is in the tool tip. What
-  /// isn't seen isn't measured, as that loads a font for each of its scripts.
+  /// A line that is too long ends in an ellipsis, and the tool tip shows all of it. Hidden text
+  /// isn't measured, because measuring loads a font for each of its scripts.
   void RefreshText() {
     const QString text = DisplayText(label_.Text());
     const bool oneLineSeen = isVisible() && !label_.Multiline();
@@ -126,7 +125,7 @@ class LabelView : public QLabel, public ControlView {
   }
 
   Label& label_;
-  bool pressed_ = false;  // The label took the press, and the release is its own.
+  bool pressed_ = false;  // The label took the press and gets the release.
 };
 
 class ButtonView : public QPushButton, public ControlView {
@@ -147,10 +146,10 @@ class ButtonView : public QPushButton, public ControlView {
   }
 
  private:
-  // The buttons work on the window in front, and assistive technology presses one without bringing
-  // its window there.
+  // Buttons act on the front window, and assistive technology can press one without bringing its
+  // window to the front.
   void Press() {
-    if (!button_.Owner().IsOpen()) return;  // The widget goes a moment later.
+    if (!button_.Owner().IsOpen()) return;  // Its widget is deleted later.
     Host::Current().Windows().BringToFront(button_.Owner().shared_from_this());
     button_.RaiseAction();
   }
@@ -185,7 +184,7 @@ class CanvasView : public QWidget, public ControlView {
   QIcon icon_;
 };
 
-/// A label that is a link, to assistive technology.
+/// Presents a label as a link to assistive technology.
 class AccessibleLink : public QAccessibleWidget {
  public:
   explicit AccessibleLink(LabelView& view)
@@ -226,7 +225,7 @@ class ViewMaker : public ControlVisitor {
 }  // namespace
 
 ControlView* MakeView(RectControl& control, QWidget& parent) {
-  // Goes with each application object, and is known once however often it is told.
+  // Each application object drops the factory at its end. Installing it twice has no effect.
   QAccessible::installFactory(MakeAccessible);
   ViewMaker maker(parent);
   control.Accept(maker);

@@ -8,19 +8,19 @@ class RectControl;
 
 namespace vintrace::qt {
 
-/// The view of one control on the screen. The objects are widgets.
+/// The view of a control. Every implementation is a `QWidget`.
 class ControlView {
  public:
   virtual ~ControlView() = default;
   virtual QWidget& Widget() = 0;
-  /// Takes over what the control says now.
+  /// Updates the widget to the control's properties.
   virtual void Refresh() = 0;
-  /// Tells whether another control lies above this one.
+  /// Sets whether another control covers this one.
   virtual void SetCovered(bool /*covered*/) {}
 };
 
-/// Makes the view of `control` as a child of `parent`, which owns it. It raises the control's
-/// events. `control` outlives it.
+/// Makes the view of `control` as a child of `parent`, which owns it. The view raises the control's
+/// events. `control` must outlive it.
 ControlView* MakeView(RectControl& control, QWidget& parent);
 
 }  // namespace vintrace::qt

@@ -5,16 +5,15 @@
 
 namespace vintrace::qt {
 
-/// `bytes` as a text to be drawn in one line. U+FFFD stands for what is no valid UTF-8, for control
-/// characters and line breaks of any kind, and for characters that turn the direction of writing,
-/// so that a name shows neither more nor less than its own place. Not for giving bytes back:
-/// different bytes can look alike.
+/// `bytes` as text to be drawn in one line. U+FFFD replaces invalid UTF-8, control characters, line
+/// breaks of any kind, and characters that change the direction of writing, so that a name can't
+/// alter the text around it. The bytes can't be recovered: different ones can give the same text.
 QString DisplayText(std::string_view bytes);
 
-/// The same for a text of more than one line: a line feed stays, everything else is as above.
+/// The same for text of several lines, which keeps its line feeds.
 QString DisplayLines(std::string_view bytes);
 
-/// A tool tip that shows `text` as it is, whatever looks like markup in it.
+/// A tool tip that shows `text` literally, even if it looks like markup.
 QString ToolTipText(const QString& text);
 
 }  // namespace vintrace::qt

@@ -7,16 +7,16 @@
 namespace vintrace::qt {
 namespace {
 
-// Osaka comes with macOS. Elsewhere the first of these that is installed takes its place; with none
-// of them, whatever font the system falls back to for Japanese.
+// Osaka comes with macOS. On other systems, the first installed family of this list replaces it, or
+// else the system's fallback font for Japanese.
 QStringList JapaneseFamilies() {
   return {"Osaka",       "Hiragino Sans", "Noto Sans CJK JP", "Noto Sans JP",
           "IPAexGothic", "IPAPGothic",    "VL PGothic",       "TakaoPGothic",
           "IPAGothic",   "VL Gothic",     "TakaoGothic",      "sans-serif"};
 }
 
-// The one family that is used: for a list of several, Qt looks up the system's fallbacks of every
-// script at once, and for one alone only when it lacks a character.
+// A font with a single family: Qt looks up the system's fallbacks only when the family lacks a
+// character. With a list of families, it looks them up at once, for every script.
 const QString& JapaneseFamily() {
   static const QString family = [] {
     const QStringList families = JapaneseFamilies();

@@ -5,8 +5,8 @@
 
 namespace vintrace::qt {
 
-/// The font of a layout. `family`: "System" is the platform's own font, "Osaka" a Japanese gothic
-/// that is there. `pixelSize` 0: the platform's own size.
+/// The font of a control. `family`: "System" is the platform's own font, "Osaka" an installed
+/// Japanese gothic font. `pixelSize`: 0 is the platform's own size.
 QFont FontOf(std::string_view family, int pixelSize, bool underline);
 
 }  // namespace vintrace::qt

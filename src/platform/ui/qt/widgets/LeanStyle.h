@@ -4,11 +4,11 @@
 
 namespace vintrace::qt {
 
-/// The desktop's own style, without what costs a start time and is never seen.
+/// The desktop's own style, without an icon that is never seen and would delay the start.
 class LeanStyle : public QProxyStyle {
  public:
-  /// Each menu bar asks for the arrow of a bar too narrow for its menus, which no window here has,
-  /// and the toolkit loads every image plugin of the system to make it.
+  /// Leaves out the arrow of menu bars that are too narrow for their menus. No window here needs
+  /// it, and the toolkit loads every image plugin of the system to make it.
   QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
                      const QWidget* widget) const override {
     if (icon == SP_ToolBarHorizontalExtensionButton) return {};

@@ -17,7 +17,7 @@ QKeySequence KeysOf(const String& shortcut) {
   return QKeySequence::fromString(keys, QKeySequence::PortableText);
 }
 
-/// Always told, so that the platform moves nothing by its text.
+/// Set for every item; otherwise the platform would move items because of their text.
 QAction::MenuRole RoleOf(const MenuItem& item) {
   if (dynamic_cast<const QuitMenuItem*>(&item) != nullptr) return QAction::QuitRole;
   if (dynamic_cast<const ApplicationMenuItem*>(&item) != nullptr) {
@@ -73,7 +73,7 @@ QAction* MenuBarView::ActionOf(const MenuItem& item, QMenu& menu) {
   QAction* action = menu.addAction(TextOf(item));
   action->setObjectName(DisplayText(item.Name()));
   action->setShortcut(KeysOf(item.KeyboardShortcut()));
-  action->setAutoRepeat(false);  // A key that is held is one command.
+  action->setAutoRepeat(false);  // Holding the keys is one command.
   action->setMenuRole(RoleOf(item));
   connect(action, &QAction::triggered, this, [this, &item] { Choose(item); });
   return action;

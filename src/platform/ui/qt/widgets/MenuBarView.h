@@ -15,30 +15,30 @@ class MenuItem;
 
 namespace vintrace::qt {
 
-/// True if each window carries a menu bar; false on macOS, where the system has the only one.
+/// True if windows carry menu bars; false on macOS, where the application has a single one.
 #ifdef __APPLE__
 inline constexpr bool WindowsCarryTheBar = false;
 #else
 inline constexpr bool WindowsCarryTheBar = true;
 #endif
 
-/// The application's menu bar on the screen. All windows that carry it share its menus and their
+/// The application's menu bar on the screen. All windows that carry it share its menus and
 /// shortcuts.
 class MenuBarView : public QObject {
  public:
-  /// `menuBar` outlives the object.
+  /// `menuBar` must outlive this object.
   explicit MenuBarView(const MenuBar& menuBar);
   MenuBarView(const MenuBarView&) = delete;
   MenuBarView& operator=(const MenuBarView&) = delete;
   ~MenuBarView() override;
 
-  /// A bar with all menus, a child of `window`, which owns it; with nil, the system's own bar,
-  /// which the caller owns.
+  /// A bar with all menus, owned by its parent `window`. If that is null, the system's own bar,
+  /// owned by the caller.
   QMenuBar* MakeBar(QWidget* window);
-  /// Has the shortcuts work in a window that carries no bar.
+  /// Makes the shortcuts work in a window that carries no bar.
   void AddShortcuts(QWidget& window) const;
 
-  /// Brings the items up to date, and the screen with them.
+  /// Updates the menu items and their state on the screen.
   void Refresh();
 
  private:

@@ -16,7 +16,7 @@ namespace {
 QPixmap Decoded(std::string_view png, qreal devicePixelRatio) {
   QByteArray bytes = QByteArray::fromRawData(png.data(), static_cast<qsizetype>(png.size()));
   QBuffer buffer(&bytes);
-  // Without detection, which would load every image plugin of the system only to ask it.
+  // Detection of the format would load every image plugin of the system.
   QImageReader reader(&buffer, "png");
   reader.setAutoDetectImageFormat(false);
   QPixmap pixmap = QPixmap::fromImageReader(&reader);
@@ -24,8 +24,8 @@ QPixmap Decoded(std::string_view png, qreal devicePixelRatio) {
   return pixmap;
 }
 
-/// The decoded pictures, by the place of their bytes, which live as long as the process. The
-/// toolkit wants none left when it ends.
+/// The decoded pictures, by the address of their bytes, which live as long as the process. Qt
+/// requires that none is left when its application object is destroyed.
 QHash<const char*, QIcon>& Icons() {
   static QHash<const char*, QIcon> icons;
   if (icons.isEmpty()) qAddPostRoutine([] { icons.clear(); });

@@ -8,7 +8,7 @@ class Picture;
 
 namespace vintrace::qt {
 
-/// The picture in its two sizes, decoded once and shared by all who ask for the same.
+/// The picture in its two sizes, decoded once and shared by all callers.
 QIcon IconOf(const Picture& picture);
 
 }  // namespace vintrace::qt

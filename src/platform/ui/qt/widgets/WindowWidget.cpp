@@ -20,8 +20,8 @@
 namespace vintrace::qt {
 namespace {
 
-// The windows' colours are made for a light ground. All roles come from these two, so that no text
-// of a dark desktop theme meets the light ground or the other way round.
+// The windows' colours are made for a light background. All roles derive from these two, so that
+// they never mix with the colours of a dark desktop theme.
 QPalette LightPalette() {
   const QColor button(0xF6, 0xF6, 0xF6);
   const QColor ground(0xEC, 0xEC, 0xEC);
@@ -33,14 +33,14 @@ Qt::WindowFlags FlagsOf(const WindowDesign& design) {
   flags.setFlag(Qt::WindowCloseButtonHint, design.CloseButton);
   if (design.Frame == Frame::ModalDialog) return flags | Qt::Dialog;
   flags |= Qt::Window;
-  // Otherwise an ordinary window, which can be found again when it was minimised.
+  // An ordinary window even if it floats, so that the user can find it again after minimising it.
   flags.setFlag(Qt::WindowStaysOnTopHint, design.Frame == Frame::GlobalFloating);
   flags.setFlag(Qt::WindowMinimizeButtonHint, design.MinimizeButton);
   flags.setFlag(Qt::WindowMaximizeButtonHint, design.MaximizeButton);
   return flags;
 }
 
-/// Qt takes "[*]" in a title for the place of its own mark of a changed document.
+/// Escapes "[*]", which Qt replaces in titles with its mark for a changed document.
 QString TitleOf(const String& title) { return DisplayText(title).replace("[*]", "[*][*]"); }
 
 }  // namespace
@@ -56,11 +56,11 @@ WindowWidget::WindowWidget(std::shared_ptr<vintrace::Window> window, MenuBarView
   SetTabOrder();
   FindCovered();
   RefreshTitle();
-  // No button has the focus before the Tab key was pressed, so that no stray Return presses one.
+  // No button has the focus until the user presses Tab, so that no stray key presses one.
   setFocus();
 }
 
-// The content and the faces on it refer to the window and its controls, and so go before it.
+// The content and the views on it refer to the window and its controls, so they are deleted first.
 WindowWidget::~WindowWidget() { delete content_; }
 
 void WindowWidget::TakeDesign() {
@@ -112,7 +112,7 @@ void WindowWidget::SetTabOrder() {
   }
 }
 
-// What lies under another control is neither seen nor clicked, and is no stop for the Tab key.
+// A control under another one can't be seen or clicked, so the Tab key skips it.
 void WindowWidget::FindCovered() {
   const auto& controls = window_->Controls();
   for (auto control = controls.begin(); control != controls.end(); ++control) {
@@ -153,8 +153,8 @@ bool WindowWidget::event(QEvent* event) {
 }
 
 bool WindowWidget::eventFilter(QObject* watched, QEvent* event) {
-  // A press in a window to which the window manager gives no focus makes it the front one all the
-  // same, before the press is acted upon: the buttons work on the window in front.
+  // Buttons act on the front window. A press makes this the front window before it is handled, even
+  // if the window manager doesn't give it the focus.
   if (event->type() == QEvent::MouseButtonPress) IsInFront();
   const bool isKey = event->type() == QEvent::KeyPress && watched->parent() == content_;
   if (isKey && PressesDefault(static_cast<QKeyEvent&>(*event))) return true;

@@ -16,13 +16,13 @@ class ContentWidget;
 class ControlView;
 class MenuBarView;
 
-/// A window on the screen. It keeps its `Window` alive as long as it lives itself, that is until
-/// the event loop comes round after the window was closed.
+/// The widget of a `Window`, which it keeps alive. It is deleted in the event loop after the window
+/// has been closed.
 class WindowWidget : public QWidget {
  public:
-  /// `menus` are what the window carries as a bar if it has one of its own, and otherwise what its
-  /// shortcuts reach; nil for none. They outlive it. `activated` is called each time that the user
-  /// or the window manager brings the window to the front.
+  /// `menus` is shown as a bar if the window has a menu bar; otherwise only its shortcuts work in
+  /// the window. It may be null, and must outlive this object. `activated` is called each time the
+  /// user or the window manager brings the window to the front.
   WindowWidget(std::shared_ptr<vintrace::Window> window, MenuBarView* menus,
                std::function<void()> activated);
   WindowWidget(const WindowWidget&) = delete;
@@ -31,18 +31,17 @@ class WindowWidget : public QWidget {
 
   vintrace::Window& Shown() const { return *window_; }
 
-  /// What is inside the frame and below the bar.
   ContentWidget& Content() const { return *content_; }
 
-  /// Comes onto the screen where its design has it.
+  /// Shows the window at the `Placement` of its design.
   void ComeUp();
-  /// Keeps a floating window above others, or no longer.
+  /// Sets whether a floating window stays above others. Has no effect on other windows.
   void AllowStayingOnTop(bool allowed);
-  /// Takes over the window's title.
+  /// Updates the title on the screen.
   void RefreshTitle();
-  /// Takes over what a control of this window says now.
+  /// Updates the view of a control of this window.
   void Refresh(const RectControl& control);
-  /// Leaves the screen, and is deleted when the event loop comes round.
+  /// Hides the window, and deletes this object in the event loop.
   void Dismiss();
 
  protected:
@@ -59,7 +58,7 @@ class WindowWidget : public QWidget {
   void SetTabOrder();
   void FindCovered();
   void IsInFront();
-  /// True when that is Return, and the window has a button for it.
+  /// True if `key` is Return and the window has a default button, which is pressed if enabled.
   bool PressesDefault(const QKeyEvent& key);
 
   std::shared_ptr<vintrace::Window> window_;
