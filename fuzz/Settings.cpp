@@ -39,7 +39,8 @@ void RequireReadable(const String& line) {
 void Run(std::string_view bytes) {
   static const test::TemporaryFolder folder;
   const FolderItem file = folder.File("VNTR.ini", bytes);
-  const auto locations = launch::LoadLocations(file);
+  std::vector<String> locations;
+  launch::LoadLocations(file, locations);
   Require(locations == LinesOf(bytes));
   for (const String& line : locations) RequireReadable(line);
 }

@@ -20,6 +20,7 @@ if [ -z "${VINTRACE_OWN_MOUNTS:-}" ]; then
 fi
 
 root=$(mktemp -d)
+chmod 755 "$root"  # Servers of the tests run as other users.
 trap 'umount --recursive --lazy "$root"/{proc,sys,dev} 2>/dev/null || true; rm -rf --one-file-system "$root"' EXIT
 debootstrap --variant=minbase --include=ca-certificates "$suite" "$root" "$mirror" >"$root.log" ||
   { tail "$root.log"; exit 1; }

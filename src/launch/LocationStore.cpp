@@ -6,13 +6,11 @@
 
 namespace vintrace::launch {
 
-std::vector<String> LoadLocations(const FolderItem& file) {
-  std::vector<String> locations;
+void LoadLocations(const FolderItem& file, std::vector<String>& locations) {
   if (!file.Exists()) {
     auto stream = TextOutputStream::Create(file);
     stream.Write("");
-    stream.Close();
-    return locations;
+    return stream.Close();
   }
   auto stream = TextInputStream::Open(file);
   // Tests for the end only after the first line, so that an empty file has one empty line.
@@ -20,7 +18,6 @@ std::vector<String> LoadLocations(const FolderItem& file) {
     locations.push_back(stream.ReadLine());
   } while (!stream.EndOfFile());
   stream.Close();
-  return locations;
 }
 
 std::optional<std::int64_t> FindLocation(const std::vector<String>& locations,
@@ -34,7 +31,9 @@ std::optional<std::int64_t> FindLocation(const std::vector<String>& locations,
 
 void RewriteLocations(const std::optional<FolderItem>& file, const std::vector<String>& locations) {
   auto stream = TextOutputStream::Create(file);
-  for (const String& location : locations) stream.WriteLine(location);
+  for (const String& location : locations) {
+    if (location.find('\n') == String::npos) stream.WriteLine(location);
+  }
   stream.Close();
 }
 

@@ -1,5 +1,7 @@
 #include "online/UpdateCheck.h"
 
+#include <cstdlib>
+
 #include "online/http/HTTPSecureSocket.h"
 #include "platform/text/Exceptions.h"
 #include "platform/ui/Host.h"
@@ -11,6 +13,11 @@ namespace {
 constexpr int AnyTLS = 3;
 constexpr std::int64_t SecondsOfSilence = 5;
 constexpr std::size_t LongestReply = 65536;  // Room for an error page; a reply is one word.
+
+bool IsOffline() {
+  const char* offline = std::getenv("VINTRACE_OFFLINE");
+  return offline != nullptr && *offline != '\0';
+}
 
 /// Nil if a bundled part that the network needs is missing.
 Network* NetworkIfAny() {
@@ -25,7 +32,7 @@ Network* NetworkIfAny() {
 
 String PostToService(std::string_view path, const String& app_id, const String& ver,
                      const String& regi) {
-  if (endpoints::ServiceHost().empty()) return {};
+  if (IsOffline() || endpoints::ServiceHost().empty()) return {};
   Network* network = NetworkIfAny();
   if (network == nullptr) return {};
   http::HTTPSecureSocket socket(*network);

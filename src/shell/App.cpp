@@ -1,5 +1,7 @@
 #include "shell/App.h"
 
+#include <exception>
+
 #include "inspection/VersionCheck.h"
 #include "launch/LocationStore.h"
 #include "online/UpdateCheck.h"
@@ -113,7 +115,7 @@ void App::AppLocation() {
   const auto folder = SpecialFolder::ApplicationData();
   if (!folder) throw NilObjectException("the folder of application data");
   myf = folder->Child(launch::SettingsFileName);
-  apploc = launch::LoadLocations(*myf);
+  launch::LoadLocations(*myf, apploc);
 }
 
 void App::Openupchk() {
@@ -126,7 +128,7 @@ void App::VersionCheck(const FolderItem& item) {
   try {
     if (!inspection::IsDocumentName(item.Name())) return;
     inspection::VersionCheck(item, *Window::New<Window1>());
-  } catch (const RuntimeException&) {
+  } catch (const std::exception&) {
     desktop::MsgBox(String("エラーが起こりましたので").append(EndOfLine).append("終了します"));
     desktop::Quit(0);
   }

@@ -46,8 +46,8 @@ class App : public Application {
   /// Shows the update notice if there is a newer release.
   virtual void Openupchk();
 
-  /// Opens a window with the inspection of `item`; ignores files that are not named .indd. On a
-  /// `RuntimeException`, shows a message and quits the program instead of raising it.
+  /// Opens a window with the inspection of `item`; ignores files that are not named .indd. On any
+  /// exception, shows a message and quits the program instead of raising it.
   virtual void VersionCheck(const FolderItem& item);
 
   virtual void Constructor() {}

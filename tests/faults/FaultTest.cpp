@@ -164,6 +164,22 @@ TEST_F(FaultTest, ADocumentIsShownCorrectlyOrNotAtAllAndSettingsAreKept) {
   EXPECT_EQ(BytesOf(document.NativePath()), bytes);
 }
 
+TEST_F(FaultTest, LocationsReadBeforeAnErrorStay) {
+  constexpr std::size_t Many = 40'000;  // More than one read gets.
+  std::string store;
+  for (std::size_t line = 0; line < Many; ++line) store += "/A\n";
+  bool partly = false;
+  ForEachFault([&](int nth) {
+    const Fault fault(nth);
+    ScriptedHost host;
+    Start(host, store);
+    const auto loaded = App::Instance().apploc.size();
+    EXPECT_LE(loaded, Many);
+    partly = partly || (loaded > 0 && loaded < Many);
+  });
+  EXPECT_TRUE(partly);
+}
+
 TEST_F(FaultTest, ALaunchSucceedsOrShowsAMessageAndForgetsOnlyFailedPaths) {
   for (const bool known : {true, false}) {
     ForEachFault([&](int nth) {

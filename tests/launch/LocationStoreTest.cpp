@@ -18,12 +18,18 @@ class LocationStoreTest : public testing::Test {
  protected:
   String Bytes() const { return BinaryStream::Open(file, false).Read(1 << 20, nullptr); }
 
+  Lines Loaded() const {
+    Lines lines;
+    LoadLocations(file, lines);
+    return lines;
+  }
+
   const test::TemporaryFolder folder;
   const FolderItem file = folder.Item("VNTR.ini");
 };
 
 TEST_F(LocationStoreTest, LoadsEveryLineAndWritesEachWithALineEnd) {
-  EXPECT_EQ(LoadLocations(file), Lines{});
+  EXPECT_EQ(Loaded(), Lines{});
   EXPECT_EQ(Bytes(), "") << "a missing file is created";
   const String longLine(200'000, 'x');
   const std::pair<String, Lines> cases[] = {
@@ -34,13 +40,13 @@ TEST_F(LocationStoreTest, LoadsEveryLineAndWritesEachWithALineEnd) {
   };
   for (const auto& [bytes, lines] : cases) {
     folder.File("VNTR.ini", bytes);
-    EXPECT_EQ(LoadLocations(file), lines);
+    EXPECT_EQ(Loaded(), lines);
     EXPECT_EQ(Bytes(), bytes) << "loading does not change the file";
     RewriteLocations(file, lines);
     EXPECT_EQ(Bytes(), bytes.ends_with('\n') ? bytes : bytes + '\n');
   }
   folder.File("VNTR.ini", "a\rb\r\n");
-  EXPECT_EQ(LoadLocations(file), Lines{"a\rb"});
+  EXPECT_EQ(Loaded(), Lines{"a\rb"});
 }
 
 TEST_F(LocationStoreTest, FindsTheFirstPathThatContainsTheProductName) {
@@ -68,6 +74,17 @@ TEST_F(LocationStoreTest, AChangeStaysInTheListEvenIfTheFileCannotBeWritten) {
   EXPECT_EQ(store, (Lines{"/C", "/A", "/D"}));
   mkfifo(folder.Item("fifo").NativePath().c_str(), S_IRWXU);
   EXPECT_THROW(RewriteLocations(folder.Item("fifo"), store), IOException) << "no reader";
+}
+
+TEST_F(LocationStoreTest, AnApplicationWithALineFeedIsUsedAndNotWritten) {
+  test::ScriptedHost host;
+  host.choices = {FolderItem("/CS6\n/B")};
+  Lines store{"/A"};
+  String chosen;
+  EXPECT_TRUE(RegistApp("CS6", file, store, chosen));
+  EXPECT_EQ(FindLocation(store, "CS6"), 1);
+  EXPECT_EQ(GetFolderItem(chosen, PathMode::Shell).value().NativePath(), "/CS6\n/B");
+  EXPECT_EQ(Loaded(), Lines{"/A"});
 }
 
 }  // namespace

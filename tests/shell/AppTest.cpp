@@ -27,6 +27,41 @@ TEST_F(AppTest, StartWaitsFiveSecondsPerSilentServiceAndAbortsEndlessReplies) {
   EXPECT_EQ(host.story, Lines{});
 }
 
+TEST_F(AppTest, ATooLongReplyAnnouncesNoUpdateWhateverItBeginsWith) {
+  const Environment service("VINTRACE_TEST_SERVICE", "service.example");
+  host.network.peers = {
+      {.replies = {{"HTTP/1.0 200 OK\r\n\r\ntrue", String(65'536, 'x')}}, .ends = false}};
+  _Main();
+  EXPECT_EQ(host.story, Lines{});
+}
+
+TEST_F(AppTest, OfflineSendsNothingAndLoadsTheLocationsAllTheSame) {
+  const Environment service("VINTRACE_TEST_SERVICE", "service.example");
+  const Environment offline("VINTRACE_OFFLINE", "1");
+  std::filesystem::create_directories(folder.Path() / "data");
+  folder.File("data/VNTR.ini", "/A\n");
+  _Main();
+  host.Choose("upchk");
+  EXPECT_EQ(host.network.wire, Lines{});
+  EXPECT_EQ(App::Instance().apploc, Lines{"/A"});
+  EXPECT_EQ(host.story, Lines{"message: 通信に障害があり、確認できませんでした。"});
+}
+
+/// A host without memory for a window.
+class FullHost : public ScriptedHost {
+ public:
+  void Show(Window& /*window*/) override { throw std::bad_alloc(); }
+};
+
+TEST(VersionCheck, AnyExceptionEndsTheProgramAfterAMessage) {
+  const TemporaryFolder folder;
+  const Environment dataHome("XDG_DATA_HOME", folder.Path().c_str());
+  FullHost host;
+  host.handedOver = {folder.File("a.indd", "")};
+  _Main();
+  EXPECT_EQ(host.story, (Lines{"message: エラーが起こりましたので\n終了します", "quit: 0"}));
+}
+
 /// A host of a program whose network module is not installed.
 class HostWithoutNetwork : public ScriptedHost {
  public:

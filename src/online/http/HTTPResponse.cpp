@@ -42,17 +42,14 @@ void HTTPSecureSocket::_HandleNewData() {
 
 void HTTPSecureSocket::_ReceiveHeaders() {
   const auto bytes = Lookahead();
-  const bool mayEnd = bytes.find_first_of("\r\n", searched_) != std::string_view::npos;
-  searched_ = bytes.size();
-  const auto end = mayEnd ? FindHeaderEnd(bytes) : std::nullopt;
+  const auto end = FindHeaderEnd(bytes, std::exchange(searched_, bytes.size()));
   if ((end ? end->position : bytes.size()) > LongestHeaders) return Fail(HeadersTooLong);
   if (!end) return;
   _ParseHeaders(Read(end->position));
   if (tunnelMode == 1 && _httpStatusCode == StatusOK) return _OpenTunnel();
   if (_AnswerChallenge()) return;
-  if (!Raise(HeadersReceived, _pageHeaders, _httpStatusCode)) return;
   Read(end->blankLine);
-  _ProcessData(ReadAll());
+  if (Raise(HeadersReceived, _pageHeaders, _httpStatusCode)) _ProcessData(ReadAll());
 }
 
 void HTTPSecureSocket::_ParseHeaders(const String& text) {
@@ -102,8 +99,13 @@ void HTTPSecureSocket::_ProcessData(const String& data) {
 bool HTTPSecureSocket::_Store(const String& data) {
   if (!_downloadStream) {
     const bool fits = LongestPage == 0 || _pageBuffer.Size() + data.size() <= LongestPage;
-    if (fits) _pageBuffer.Append(data);
-    if (!fits) Fail(PageTooLong);
+    if (fits) {
+      _pageBuffer.Append(data);
+    } else {
+      _pageBuffer = {};
+      _currentLength = 0;
+      Fail(PageTooLong);
+    }
     return fits;
   }
   try {
@@ -160,6 +162,7 @@ void HTTPSecureSocket::Fail(int code) {
   HangUp();
   _KillDownloadStream();
   _pageComplete = true;
+  exchange_ = std::make_shared<int>();  // Nothing is raised after the error.
   SetError(code);
 }
 
@@ -169,6 +172,7 @@ void HTTPSecureSocket::SetError(int code) {
 }
 
 void HTTPSecureSocket::WaitForPage() {
+  if (!HasConnection()) return;
   _pageComplete = false;
   mErrorCode = NoError;
   const auto life = Life();
@@ -181,7 +185,7 @@ void HTTPSecureSocket::WaitForPage() {
   TheNetwork().WaitUntil([&] {
     if (!life.expired()) Poll();
     if (!life.expired() && Yield) TheNetwork().DoEvents();
-    if (life.expired() || _pageComplete || mErrorCode != NoError) return true;
+    if (life.expired() || _pageComplete || mErrorCode != NoError || !HasConnection()) return true;
     if (std::exchange(knownState, _connectionValid) != _connectionValid ||
         std::exchange(knownSize, _pageBuffer.Size()) != _pageBuffer.Size()) {
       end = deadline();

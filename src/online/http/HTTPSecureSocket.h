@@ -59,7 +59,8 @@ class HTTPSecureSocket : public SSLSocket {
   std::int64_t timeoutSeconds = 0;
   /// 0: no tunnel through a proxy; 1: a tunnel has been requested; 2: it is open.
   int tunnelMode = 0;
-  /// The maximum size in bytes of a page in memory; 0 for no limit.
+  /// The maximum size in bytes of a page in memory; 0 for no limit. A longer page is an error, and
+  /// empty.
   std::size_t LongestPage = 0;
   /// True: blocking requests handle pending events, input of the user included.
   bool Yield = false;
@@ -120,7 +121,9 @@ class HTTPSecureSocket : public SSLSocket {
   /// All headers go to the server, through a tunnel too; a CONNECT request carries only
   /// `Proxy-Authorization` of them.
   virtual void SetRequestHeader(const String& name, const String& value);
-  /// Waits for the current request. Without one, waits for the timeout or the program's end.
+  /// Waits for the current request. Returns at once if the connection has ended. In an event of
+  /// this socket, no data is handled until the event returns, so that only the connection's end,
+  /// the timeout or the program's end ends the wait.
   virtual void WaitForPage();
 
  protected:
@@ -175,7 +178,7 @@ class HTTPSecureSocket : public SSLSocket {
   void SetError(int code);
   /// Expires when the socket connects again or is destroyed, which event handlers may cause.
   std::weak_ptr<int> Exchange() const { return exchange_; }
-  /// Raises an event unless the request blocks. False if its handler made `Exchange` expire.
+  /// Raises an event unless the request blocks. False if its handler ended the request.
   template <class Event, class... Arguments>
   bool Raise(const Event& event, const Arguments&... arguments) {
     if (synchronous || !event) return true;
@@ -184,7 +187,7 @@ class HTTPSecureSocket : public SSLSocket {
     const Event handler = event;
     const std::tuple<Arguments...> copies(arguments...);
     std::apply(handler, copies);
-    return !exchange.expired();
+    return !exchange.expired() && !_pageComplete;
   }
 
   // The authentication.

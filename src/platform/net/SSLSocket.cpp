@@ -25,6 +25,7 @@ void SSLSocket::StartTLS() {
 void SSLSocket::Connect() {
   Close();
   received_.clear();
+  postponed_.clear();
   lastError_ = SocketError::None;
   isPlain_ = !secure_;
   ++number_;
@@ -65,12 +66,27 @@ class SSLSocket::Raising {
 
 void SSLSocket::Poll() {
   const auto life = Life();
-  while (!life.expired() && connection_ && raising_ != number_) {
-    const auto change = connection_->Next();
+  while (!life.expired() && connection_) {
+    const auto change = NextChange();
     if (!change) return;
     const Raising raising(*this);
     Raise(*change);
   }
+}
+
+std::optional<Connection::Change> SSLSocket::NextChange() {
+  const bool isInEvent = raising_ == number_;
+  if (!isInEvent && !postponed_.empty()) {
+    const auto change = postponed_.front();
+    postponed_.pop_front();
+    return change;
+  }
+  auto change = connection_->Next();
+  for (; isInEvent && change && *change != Connection::Change::Ended;
+       change = connection_->Next()) {
+    postponed_.push_back(*change);
+  }
+  return change;
 }
 
 void SSLSocket::TakeReceived() {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 
@@ -47,8 +48,8 @@ class SSLSocket {
   String Read(std::size_t count);
   String ReadAll();
 
-  /// Raises the pending events in order. Those of a connection whose event is running are raised
-  /// after that has returned, even if its handler polls.
+  /// Raises the pending events in order. During an event of a connection, only the connection's end
+  /// is raised at once; its other events are raised after that event has returned.
   void Poll();
   /// Drops queued bytes that the system hasn't accepted yet.
   void Purge();
@@ -72,12 +73,16 @@ class SSLSocket {
   std::weak_ptr<void> Life() const { return life_; }
 
   Network& TheNetwork() const { return network_; }
+  /// True from `Connect` until the connection fails or ends.
+  bool HasConnection() const { return connection_ != nullptr; }
 
  private:
   String CertificateName() const { return PeerName.value_or(Address); }
   class Raising;
 
   void StartTLS();
+  /// The next change to raise; nil if there is none now.
+  std::optional<Connection::Change> NextChange();
   void TakeReceived();
   void Raise(Connection::Change change);
 
@@ -86,9 +91,10 @@ class SSLSocket {
   std::unique_ptr<Connection> connection_;
   String received_;
   bool secure_ = false;
-  bool isPlain_ = false;       // The connection has no TLS yet.
-  std::int64_t number_ = 0;    // Id of the current connection.
-  std::int64_t raising_ = -1;  // Id of the connection whose event is running, or -1.
+  bool isPlain_ = false;                      // The connection has no TLS yet.
+  std::int64_t number_ = 0;                   // Id of the current connection.
+  std::int64_t raising_ = -1;                 // Id of the connection whose event is running, or -1.
+  std::deque<Connection::Change> postponed_;  // Until the running event has returned.
   bool isConnected_ = false;
   SocketError lastError_ = SocketError::None;
 };

@@ -27,6 +27,15 @@ struct HostResolver::Lookup {
   bool IsOver() { return !isStarted || gai_error(&request) != EAI_INPROGRESS; }
   bool HasResult() { return isStarted && gai_error(&request) == 0; }
 
+  /// Cancels `lookup`. One that the library still writes into is kept until it is over, or for ever
+  /// if that is after the program's end.
+  static void Abandon(std::unique_ptr<Lookup> lookup) {
+    static auto& abandoned = *new std::vector<std::unique_ptr<Lookup>>;
+    std::erase_if(abandoned, [](const auto& each) { return each->IsOver(); });
+    gai_cancel(&lookup->request);
+    if (!lookup->IsOver()) abandoned.push_back(std::move(lookup));
+  }
+
   const String host;
   addrinfo hints{};
   gaicb request{};
@@ -35,13 +44,7 @@ struct HostResolver::Lookup {
 
 HostResolver::HostResolver(const String& host) : lookup_(std::make_unique<Lookup>(host)) {}
 
-// The library writes into a lookup that it can't cancel, so such a lookup is kept until it is over.
-HostResolver::~HostResolver() {
-  static auto& abandoned = *new std::vector<std::unique_ptr<Lookup>>;
-  std::erase_if(abandoned, [](const auto& lookup) { return lookup->IsOver(); });
-  gai_cancel(&lookup_->request);
-  if (!lookup_->IsOver()) abandoned.push_back(std::move(lookup_));
-}
+HostResolver::~HostResolver() { Lookup::Abandon(std::move(lookup_)); }
 
 std::optional<std::vector<String>> HostResolver::Addresses() const {
   if (!lookup_->IsOver()) return std::nullopt;
