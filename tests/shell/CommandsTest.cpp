@@ -11,16 +11,23 @@ namespace {
 
 using CommandsTest = ScriptedProgram;
 
-TEST_F(CommandsTest, DocumentCommandsAreEnabledOnlyWithADocumentInFront) {
+TEST_F(CommandsTest, CommandsOfADocumentNeedItInFrontAndThoseOfTheApplicationDoNot) {
   StartWith({"a.indd"});
   EXPECT_TRUE(host.Choose("kono"));
-  for (const auto* name : {"clcopy", "EditAllCopy", "closewin", "AllClose"}) {
-    EXPECT_FALSE(host.Choose(name)) << name;
-  }
+  for (const auto* name : {"clcopy", "closewin"}) EXPECT_FALSE(host.Choose(name)) << name;
   EXPECT_EQ(host.clipboard, "earlier text");
+  EXPECT_TRUE(host.Choose("EditAllCopy"));
+  EXPECT_EQ(host.clipboard, "a.indd\tAdobe InDesign CS6\tWindows Edition\t8.0.0.424\n");
   EXPECT_EQ(host.Titles(), (Lines{"Vintrace CS", "a.indd"}));
-  host.Windows().At(0)->Close();
-  EXPECT_TRUE(host.Choose("closewin"));
+  EXPECT_TRUE(host.Choose("AllClose"));
+  EXPECT_EQ(host.Titles(), Lines{});
+  for (const auto* name : {"EditAllCopy", "AllClose"}) EXPECT_TRUE(host.Choose(name)) << name;
+
+  App::Instance().RaiseOpenDocument(Document("b.indd"));
+  MenuItem& close = Front()->closewin();
+  close.AutoEnable = false;
+  EXPECT_TRUE(host.Choose("closewin")) << "the window enables it";
+  close.AutoEnable = true;
   EXPECT_EQ(host.Titles(), Lines{});
   EXPECT_FALSE(host.Choose("closewin"));
 }

@@ -10,7 +10,9 @@ namespace vintrace::http {
 std::optional<HeaderEnd> FindHeaderEnd(std::string_view bytes, std::size_t searched) {
   // An end that isn't in the new bytes alone begins in the last three before them.
   const auto unsearched = bytes.substr(std::max<std::size_t>(searched, 3) - 3);
-  const auto isIn = [&](std::string_view end) { return unsearched.find(end) != unsearched.npos; };
+  const auto isIn = [&](std::string_view end) {
+    return unsearched.find(end) != std::string_view::npos;
+  };
   if (!isIn("\n\n") && !isIn("\r\n\r\n") && !isIn("\r\r")) return std::nullopt;
   for (const std::string_view end :
        {InternetHeaders::_DetermineEOLCharacter(bytes), std::string_view("\n"),

@@ -34,9 +34,11 @@ void CommandTarget::RaiseEnableMenuItems() {
 void UpdateMenuItems() {
   Application& application = Host::Current().Application();
   if (!application.MenuBar()) return;
-  application.MenuBar()->_Reset();
+  const auto front = Host::Current().Windows().At(0);
+  application.MenuBar()->_Reset(
+      [&](std::string_view name) { return HandlerOf(name, front.get()) != nullptr; });
   application.RaiseEnableMenuItems();
-  if (const auto front = Host::Current().Windows().At(0)) front->RaiseEnableMenuItems();
+  if (front) front->RaiseEnableMenuItems();
 }
 
 void ChooseMenuItem(const MenuItem& item) {

@@ -40,7 +40,7 @@ struct ControlDesign {
   int Height;
   int TabIndex;               ///< Position in the tab order, lowest first.
   std::string_view TextFont;  ///< "System": the desktop's font.
-  int TextSize;               ///< In pixels; 0: the size of the desktop's font.
+  int TextSize;               ///< In pixels; 0: 13, the size of the layouts.
   /// Accessible description of a control without text.
   std::string_view description = {};
 };

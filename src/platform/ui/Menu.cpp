@@ -19,14 +19,13 @@ MenuItem* MenuItem::Find(std::string_view name) {
   return nullptr;
 }
 
-// A menu can always be opened.
-void MenuItem::_Reset() {
-  enabled_ = !items_.empty();
-  for (const auto& item : items_) item->_Reset();
+void MenuItem::_Reset(const HandlerTest& hasHandler) {
+  enabled_ = !items_.empty() || (AutoEnable && hasHandler(name_));
+  for (const auto& item : items_) item->_Reset(hasHandler);
 }
 
-void MenuBar::_Reset() {
-  for (const auto& menu : menus_) menu->_Reset();
+void MenuBar::_Reset(const HandlerTest& hasHandler) {
+  for (const auto& menu : menus_) menu->_Reset(hasHandler);
 }
 
 MenuItem* MenuBar::Find(std::string_view name) const {

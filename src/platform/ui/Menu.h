@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -7,6 +8,9 @@
 #include "platform/text/String.h"
 
 namespace vintrace {
+
+/// True if there is a handler for the item with that name.
+using HandlerTest = std::function<bool(std::string_view itemName)>;
 
 /// A menu of a menu bar, with items of its own, or an item that the user can choose. Code refers to
 /// it by its name.
@@ -25,6 +29,11 @@ class MenuItem {
   const String& KeyboardShortcut() const { return keyboardShortcut_; }
   bool IsSeparator() const { return text_ == "-"; }
 
+  /// True: an update enables the item if a handler for it is found.
+  bool AutoEnable = true;
+  /// Whether the item is shown.
+  bool Visible = true;
+
   /// True if the item could be chosen when the menu bar was last updated.
   bool Enabled() const { return enabled_; }
   void Enable() { enabled_ = true; }
@@ -35,8 +44,9 @@ class MenuItem {
   /// This item, or the first below it, with that name; nil if there is none.
   MenuItem* Find(std::string_view name);
 
-  /// Disables this item and all items below it, except menus and quit items, which are enabled.
-  virtual void _Reset();
+  /// Starts an update of this item and all items below it: enables menus, quit items, and items
+  /// with `AutoEnable` for whose names `hasHandler` is true, and disables the others.
+  virtual void _Reset(const HandlerTest& hasHandler);
 
  private:
   String name_;
@@ -51,7 +61,7 @@ class MenuItem {
 class QuitMenuItem : public MenuItem {
  public:
   using MenuItem::MenuItem;
-  void _Reset() override { Enable(); }
+  void _Reset(const HandlerTest& /*hasHandler*/) override { Enable(); }
 };
 
 /// An item about the application itself. It is shown in the application's own menu if the platform
@@ -83,7 +93,7 @@ class MenuBar {
   }
 
   /// Calls `MenuItem::_Reset` for all menus.
-  void _Reset();
+  void _Reset(const HandlerTest& hasHandler);
 
  private:
   MenuItem* Find(std::string_view name) const;

@@ -23,6 +23,7 @@ ContentWidget::ContentWidget(Window& window, QWidget& parent) : QWidget(&parent)
 
 void ContentWidget::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
   backdrop_.paint(&painter, rect(), Qt::AlignLeft | Qt::AlignTop);
   // The controls are painted after this widget, in the same turn of the event loop.
   if (auto painted = std::exchange(painted_, nullptr))

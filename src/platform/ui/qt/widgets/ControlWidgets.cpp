@@ -117,8 +117,11 @@ class LabelView : public QLabel, public ControlView {
   void RefreshText() {
     const QString text = DisplayText(label_.Text());
     const bool oneLineSeen = isVisible() && !label_.Multiline();
-    const QString fitting =
-        oneLineSeen ? QFontMetrics(font()).elidedText(text, Qt::ElideRight, width()) : text;
+    const QFontMetrics metrics(font());
+    // By its ink: the blank after a full stop at the end may be cut.
+    const bool fits = !oneLineSeen || metrics.horizontalAdvance(text) <= width() ||
+                      metrics.tightBoundingRect(text).right() < width();
+    const QString fitting = fits ? text : metrics.elidedText(text, Qt::ElideRight, width());
     setText(fitting);
     setToolTip(fitting == text ? QString() : ToolTipText(text));
     setAccessibleName(text);
@@ -176,6 +179,7 @@ class CanvasView : public QWidget, public ControlView {
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     icon_.paint(&painter, rect(), Qt::AlignLeft | Qt::AlignTop);
   }
 

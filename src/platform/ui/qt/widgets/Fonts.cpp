@@ -31,7 +31,8 @@ const QString& JapaneseFamily() {
 QFont FontOf(std::string_view family, int pixelSize, bool underline) {
   QFont font;
   if (family == "Osaka") font.setFamily(JapaneseFamily());
-  if (pixelSize > 0) font.setPixelSize(pixelSize);
+  constexpr int LayoutSize = 13;  // The layouts are in pixels, and drawn for this size.
+  font.setPixelSize(pixelSize > 0 ? pixelSize : LayoutSize);
   font.setUnderline(underline);
   return font;
 }

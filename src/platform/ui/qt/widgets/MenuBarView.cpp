@@ -52,7 +52,10 @@ void MenuBarView::AddShortcuts(QWidget& window) const {
 
 void MenuBarView::Refresh() {
   UpdateMenuItems();
-  for (const View& view : views_) view.action->setEnabled(view.item->Enabled());
+  for (const View& view : views_) {
+    view.action->setEnabled(view.item->Enabled());
+    view.action->setVisible(view.item->Visible);
+  }
 }
 
 std::unique_ptr<QMenu> MenuBarView::MenuOf(const MenuItem& menu) {
