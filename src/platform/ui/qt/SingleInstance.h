@@ -21,9 +21,9 @@ struct StartRequest {
 StartRequest StartRequestOf(int argc, char* argv[]);
 
 /// The single running instance of the program in a desktop session. Later starts reach it through
-/// the interface `org.freedesktop.Application` on the session bus (Desktop Entry Specification,
-/// "D-Bus Activation"). Without a bus, every start is an instance of its own. The same holds on
-/// macOS, where the system itself starts a program only once.
+/// the interface `org.freedesktop.Application` on the session bus (freedesktop.org, desktop
+/// entries, "D-Bus Activation"). Without a bus, every start is an instance of its own. The same
+/// holds on macOS, where the system itself starts a program only once.
 class SingleInstance {
  public:
   SingleInstance();
