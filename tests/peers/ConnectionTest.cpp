@@ -1,7 +1,9 @@
 // The client on real connections: to a scripted server, to nginx, and through squid.
 
 #include <gtest/gtest.h>
+#include <netdb.h>
 #include <openssl/ssl.h>
+#include <sys/socket.h>
 
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -11,6 +13,18 @@
 #include "peers/PeerFixture.h"
 #include "peers/Servers.h"
 #include "platform/net/qt/CertificateNames.h"
+
+/// In place of the C library's: the host "two.example" has two addresses, the others as usual.
+extern "C" int getaddrinfo_a(int /*mode*/, gaicb** requests, int /*count*/, sigevent* /*signal*/) {
+  gaicb& request = **requests;
+  const bool hasTwo = std::string_view(request.ar_name) == "two.example";
+  const char* const first = hasTwo ? "127.0.0.2" : request.ar_name;
+  request.__return = getaddrinfo(first, nullptr, request.ar_request, &request.ar_result);
+  if (hasTwo) {
+    getaddrinfo("127.0.0.1", nullptr, request.ar_request, &request.ar_result->ai_next);
+  }
+  return 0;
+}
 
 namespace vintrace::test {
 namespace {
@@ -96,6 +110,49 @@ TEST_F(ConnectionTest, EachKindOfConnectionFailureHasItsOwnErrorCode) {
     HTTPSecureSocket socket(network);
     EXPECT_EQ(socket.Get(url, timeout), "");
     EXPECT_EQ(socket.ErrorCode(), error) << url;
+  }
+}
+
+TEST_F(ConnectionTest, ASilentFirstAddressDoesNotHideTheSecond) {
+  TlsServer server(authority.Sign("two", {.alternativeNames = "DNS:two.example"}));
+  server.Expect({.pieces = {Headers + "page"}});
+  // A listener with a full backlog drops further attempts.
+  QTcpServer silent;
+  silent.setListenBacklogSize(0);
+  ASSERT_TRUE(silent.listen(QHostAddress("127.0.0.2"), server.Port()));
+  QTcpSocket filling[4];
+  for (auto& each : filling) each.connectToHost("127.0.0.2", server.Port());
+  EXPECT_FALSE(filling[3].waitForConnected(100));
+  HTTPSecureSocket socket(network);
+  EXPECT_EQ(socket.Get(server.URL("two.example"), Patience), "page");
+}
+
+TEST_F(ConnectionTest, AReplyToABodyThatTheServerDoesNotReadArrives) {
+  TlsServer server(valid);
+  HTTPSecureSocket socket(network);
+  socket.SetRequestContent(String(3 << 20, 'x'), "text/plain");
+  for (int turns = 0; turns < 20; ++turns) {
+    server.Expect({.pieces = {Headers + "too long"}, .end = TlsServer::End::Fin});
+    EXPECT_EQ(socket.Post(server.URL(), Patience), "too long");
+    server.Requests();
+  }
+}
+
+TEST_F(ConnectionTest, OtherSocketsAreServedDuringAWaitOnlyIfItYields) {
+  QTcpServer silent;
+  silent.listen(QHostAddress::LocalHost);
+  for (const bool yields : {true, false}) {
+    TlsServer server(valid);
+    server.Expect({.pieces = {Headers + "page"}});
+    HTTPSecureSocket waiting(network);
+    HTTPSecureSocket other(network);
+    String page;
+    other.PageReceived = [&](auto&&, auto, auto&&, auto&& content) { page = content; };
+    waiting.Yield = yields;
+    other.Get(server.URL());
+    waiting.Get("https://127.0.0.1:" + Str(silent.serverPort()) + "/", 1);
+    EXPECT_EQ(page, yields ? "page" : "");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return page == "page"; }, 1000 * Patience));
   }
 }
 

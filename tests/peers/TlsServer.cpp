@@ -1,6 +1,7 @@
 #include "peers/TlsServer.h"
 
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <openssl/ssl.h>
 #include <sys/socket.h>
 #include <sys/time.h>
@@ -73,6 +74,9 @@ void TlsServer::Serve(int connection, const Script& script) {
   setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof(patience));
   const linger reset{.l_onoff = script.end == End::Reset, .l_linger = 0};
   setsockopt(connection, SOL_SOCKET, SO_LINGER, &reset, sizeof(reset));
+  // Otherwise a reset would discard replies that are waiting to be sent.
+  const int now = 1;
+  setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, &now, sizeof(now));
   char bytes[16384];
   if (!script.shakesHands) {
     // Unread bytes would turn the FIN into a reset.

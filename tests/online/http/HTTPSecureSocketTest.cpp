@@ -162,6 +162,7 @@ TEST_F(HTTPSecureSocketTest, NoOutcomeOfARequestAffectsTheNextOne) {
     EXPECT_EQ(socket->SendRequest(method, URL, 5), page);
     EXPECT_EQ(socket->ErrorCode(), error);
     EXPECT_FALSE(socket->IsConnected());
+    EXPECT_EQ(socket->Port, 443) << "the proxy's port must not stay";
     network.peers = {Page};
     network.wire.clear();
     socket->HTTPProxyAddress = "";
@@ -177,7 +178,8 @@ TEST_F(HTTPSecureSocketTest, ADownloadGoesIntoItsFile) {
   const test::TemporaryFolder folder;
   const FolderItem file = folder.File("page", "something longer before");
   const auto bytes = [&] { return BinaryStream::Open(file, false).Read(100, nullptr); };
-  network.peers = {Answering({OK + "\r\npa", "ge"}),
+  network.peers = {Challenging(401, "Basic"),
+                   Answering({OK + "\r\npa", "ge"}),
                    Answering({"HTTP/1.0 404 No\r\nContent-length: 2\r\n\r\nn", "o"}),
                    {.refuses = SocketError::Refused},
                    Page};
@@ -199,7 +201,7 @@ TEST_F(HTTPSecureSocketTest, ADownloadGoesIntoItsFile) {
   network.wire.clear();
   EXPECT_FALSE(socket->Get(URL, FolderItem("/missing/x"), 0));
   socket->Get(URL, FolderItem(folder.Path().native()));
-  EXPECT_EQ(story, (Lines{"1/2 n", "2/2 o", URL + " 404 page", "error 1"}));
+  EXPECT_EQ(story, (Lines{"asked for  1", "1/2 n", "2/2 o", URL + " 404 page", "error 1"}));
   EXPECT_EQ(network.wire, Lines{});
 }
 
@@ -249,6 +251,32 @@ TEST_F(HTTPSecureSocketTest, AThrowingPasswordHandlerEndsTheRequest) {
   EXPECT_THROW(socket->Get(URL, 5), std::runtime_error);
   EXPECT_FALSE(socket->synchronous || socket->IsConnected());
   EXPECT_EQ(socket->Get(URL, 5), "page");
+}
+
+TEST_F(HTTPSecureSocketTest, AWaitInAnEventEndsAndNothingFollowsAnError) {
+  const std::tuple<Peer, std::int64_t, Lines> rows[] = {
+      {Answering({OK + "\r\npa", "ge"}), 0, {"headers", "progress page", "page"}},
+      {Answering({OK + "Content-length: 4\r\n\r\npa", "ge"}),
+       0,
+       {"headers", "progress page", "page"}},
+      {Staying({OK + "\r\npa", "ge"}), 1, {"headers", "error -1"}},
+  };
+  for (const auto& [peer, timeout, expected] : rows) {
+    Renew();
+    story.clear();
+    network.peers = {peer};
+    socket->timeoutSeconds = timeout;
+    socket->HeadersReceived = [&](auto&&...) {
+      story.emplace_back("headers");
+      socket->WaitForPage();
+    };
+    socket->ReceiveProgress = [&](auto, auto, auto&& data) { story.push_back("progress " + data); };
+    socket->PageReceived = [&](auto&&, auto, auto&&, auto&& page) { story.push_back(page); };
+    socket->Error = [&](int code) { story.push_back("error " + Str(code)); };
+    socket->Get(URL);
+    network.RunEvents();
+    EXPECT_EQ(story, expected);
+  }
 }
 
 TEST_F(HTTPSecureSocketTest, ASocketMayBePolledReusedOrDestroyedInAnyEvent) {

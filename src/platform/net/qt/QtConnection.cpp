@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/net/qt/CertificateNames.h"
+#include "platform/net/qt/QtNetwork.h"
 
 namespace vintrace::qt {
 namespace {
@@ -49,30 +50,10 @@ SocketError ErrorOf(QAbstractSocket::SocketError error) {
 
 }  // namespace
 
-QtConnection::QtConnection(std::function<void()> changed, const int& waits)
-    : changed_(std::move(changed)), waits_(waits) {
-  MakeSocket();
-}
-
-void QtConnection::MakeSocket() {
-  socket_ = std::make_unique<QSslSocket>();
-  socket_->setProtocol(QSsl::TlsV1_2OrLater);
-  socket_->setPeerVerifyMode(QSslSocket::VerifyPeer);
-  // Otherwise the toolkit would use a proxy from the environment.
-  socket_->setProxy(QNetworkProxy::NoProxy);
-  QSslSocket* socket = socket_.get();
-  QObject::connect(socket, &QSslSocket::connected, [this] {
-    isReached_ = true;
-    if (!tlsName_) Report(Change::Connected);
-  });
-  QObject::connect(socket, &QSslSocket::encrypted, [this] { Verify(); });
-  QObject::connect(socket, &QSslSocket::sslErrors, [this] { End(SocketError::NotTrusted); });
-  QObject::connect(socket, &QSslSocket::readyRead, [this] { Receive(); });
-  QObject::connect(socket, &QSslSocket::encryptedBytesWritten, [this] { Send(); });
-  QObject::connect(socket, &QSslSocket::bytesWritten, [this] { Send(); });
-  QObject::connect(socket, &QSslSocket::errorOccurred,
-                   [this](QAbstractSocket::SocketError error) { Fail(ErrorOf(error)); });
-  QObject::connect(socket, &QSslSocket::disconnected, [this] { End(SocketError::Ended); });
+QtConnection::QtConnection(std::function<void()> changed, QtNetwork& network)
+    : changed_(std::move(changed)), network_(network) {
+  nextAttempt_.setSingleShot(true);
+  QObject::connect(&nextAttempt_, &QTimer::timeout, [this] { TryNext(); });
 }
 
 QtConnection::~QtConnection() {
@@ -102,27 +83,81 @@ void QtConnection::AwaitAddresses() {
   }
   resolver_.reset();
   addresses_.assign(addresses->begin(), addresses->end());
-  TryNext(SocketError::NameNotFound);
+  if (addresses_.empty()) return End(SocketError::NameNotFound);
+  TryNext();
 }
 
-void QtConnection::TryNext(SocketError error) {
-  if (addresses_.empty()) return End(error);
+void QtConnection::TryNext() {
+  constexpr std::chrono::milliseconds AttemptDelay(250);  // RFC 8305, section 8.
+  nextAttempt_.stop();
+  if (addresses_.empty()) return;
   const QString address = Text(addresses_.front());
   addresses_.pop_front();
-  if (tlsName_) {
-    socket_->connectToHostEncrypted(address, port_, Text(*tlsName_));
-  } else {
-    socket_->connectToHost(address, port_);
-  }
+  auto* attempt = attempts_.emplace_back(std::make_unique<QSslSocket>()).get();
+  // Otherwise the toolkit would use a proxy from the environment.
+  attempt->setProxy(QNetworkProxy::NoProxy);
+  QObject::connect(attempt, &QSslSocket::connected, &context_, [=, this] { Adopt(attempt); });
+  QObject::connect(
+      attempt, &QSslSocket::errorOccurred, &context_,
+      [=, this](QAbstractSocket::SocketError error) { DropAttempt(attempt, ErrorOf(error)); });
+  nextAttempt_.start(AttemptDelay);
+  attempt->connectToHost(address, port_);
+}
+
+QtConnection::Socket QtConnection::Detach(QSslSocket* attempt) {
+  attempt->disconnect(&context_);
+  const auto found = std::ranges::find(attempts_, attempt, &Socket::get);
+  Socket detached = std::move(*found);
+  attempts_.erase(found);
+  return detached;
+}
+
+void QtConnection::DropAttempt(QSslSocket* attempt, SocketError error) {
+  Detach(attempt).release()->deleteLater();  // It is still in use.
+  if (!addresses_.empty()) return TryNext();
+  if (attempts_.empty()) End(error);
+}
+
+void QtConnection::Adopt(QSslSocket* attempt) {
+  socket_ = Detach(attempt);
+  attempts_.clear();
+  addresses_.clear();
+  nextAttempt_.stop();
+  copy_.emplace(socket_->socketDescriptor());
+  socket_->setProtocol(QSsl::TlsV1_2OrLater);
+  socket_->setPeerVerifyMode(QSslSocket::VerifyPeer);
+  QObject::connect(attempt, &QSslSocket::encrypted, [this] { Verify(); });
+  QObject::connect(attempt, &QSslSocket::sslErrors, [this] { End(SocketError::NotTrusted); });
+  QObject::connect(attempt, &QSslSocket::readyRead, [this] { Receive(); });
+  QObject::connect(attempt, &QSslSocket::encryptedBytesWritten, [this] { Send(); });
+  QObject::connect(attempt, &QSslSocket::bytesWritten, [this] { Send(); });
+  QObject::connect(attempt, &QSslSocket::errorOccurred,
+                   [this](QAbstractSocket::SocketError error) { Fail(ErrorOf(error)); });
+  QObject::connect(attempt, &QSslSocket::disconnected, [this] { End(SocketError::Ended); });
+  if (tlsName_) return StartHandshake();
+  Report(Change::Connected);
+}
+
+void QtConnection::StartHandshake() {
+  socket_->setPeerVerifyName(Text(*tlsName_));
+  socket_->startClientEncryption();
 }
 
 void QtConnection::Fail(SocketError error) {
-  if (isReached_ || addresses_.empty()) return End(error);
-  // Later: the socket that reported the error is still in use.
-  QTimer::singleShot(0, &context_, [this, error] {
-    MakeSocket();
-    TryNext(error);
-  });
+  if (isOpen_ && !hasEnded_) Recover();
+  End(error);
+}
+
+// When a write fails, as a server that refuses a large body may have closed the connection, Qt
+// closes the descriptor with the server's reply unread. The reply is handed to Qt's inner socket as
+// if that had read it, so that it is decrypted like all others.
+void QtConnection::Recover() {
+  auto* const inner = socket_->findChild<QTcpSocket*>();
+  const String rest = copy_->Received();
+  if (inner == nullptr || rest.empty()) return;
+  const QByteArray bytes = inner->readAll().append(rest);
+  std::for_each(bytes.rbegin(), bytes.rend(), [&](char each) { inner->ungetChar(each); });
+  emit inner->readyRead();
 }
 
 void QtConnection::StartTLS(const String& tlsName) {
@@ -133,8 +168,7 @@ void QtConnection::StartTLS(const String& tlsName) {
   std::erase(changes_, Change::DataAvailable);
   if (!std::exchange(received_, {}).empty()) return End(SocketError::NotSecure);
   tlsName_ = tlsName;
-  socket_->setPeerVerifyName(Text(tlsName));
-  socket_->startClientEncryption();
+  StartHandshake();
 }
 
 void QtConnection::Verify() {
@@ -169,7 +203,7 @@ void QtConnection::Send() {
 }
 
 void QtConnection::Receive() {
-  if (!socket_->isOpen()) return;
+  if (!socket_ || !socket_->isOpen()) return;
   std::array<char, BlockSize> bytes;
   qint64 count = socket_->read(bytes.data(), BlockSize);
   if (count <= 0) return;
@@ -200,12 +234,10 @@ void QtConnection::Report(Change change) {
 
 // A blocking wait polls; notifications are deferred until it ends.
 void QtConnection::Announce() {
-  constexpr int MillisecondsDuringWait = 20;
   if (std::exchange(isAnnounced_, true)) return;
-  QTimer::singleShot(waits_ > 0 ? MillisecondsDuringWait : 0, &context_, [this] {
+  network_.CallLater(&context_, [this] {
     isAnnounced_ = false;
     if (changes_.empty()) return;
-    if (waits_ > 0) return Announce();
     // `changed` may destroy this object, or leave changes unread.
     const auto changed = changed_;
     const QPointer<QObject> context(&context_);

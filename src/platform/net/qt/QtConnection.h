@@ -1,23 +1,29 @@
 #pragma once
 
 #include <QSslSocket>
+#include <QTimer>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "platform/net/HostResolver.h"
 #include "platform/net/Network.h"
+#include "platform/net/SocketCopy.h"
 
 namespace vintrace::qt {
 
-/// A connection on the toolkit's sockets.
+class QtNetwork;
+
+/// A connection on the toolkit's sockets. The addresses of a host are tried in their order, each
+/// 250 ms after the one before or as soon as that has failed, and the first to accept is taken
+/// (RFC 8305, sections 5 and 8).
 class QtConnection : public Connection {
  public:
-  /// `changed`: see `Network::NewConnection`. `waits`: number of active waits; must outlive this
-  /// object.
-  QtConnection(std::function<void()> changed, const int& waits);
+  /// `changed`: see `Network::NewConnection`. `network` must outlive this object.
+  QtConnection(std::function<void()> changed, QtNetwork& network);
   QtConnection(const QtConnection&) = delete;
   QtConnection& operator=(const QtConnection&) = delete;
   ~QtConnection() override;
@@ -31,11 +37,21 @@ class QtConnection : public Connection {
   SocketError Error() const override { return error_; }
 
  private:
-  void MakeSocket();
+  using Socket = std::unique_ptr<QSslSocket>;
+
   void AwaitAddresses();
-  /// Connects to the next address; without one, ends the connection with `error`.
-  void TryNext(SocketError error);
+  /// Starts to connect to the next address, if there is one.
+  void TryNext();
+  /// Removes `attempt` from the attempts. The caller owns it.
+  Socket Detach(QSslSocket* attempt);
+  void DropAttempt(QSslSocket* attempt, SocketError error);
+  /// Makes `attempt`, which is connected, the socket of this connection.
+  void Adopt(QSslSocket* attempt);
+  void StartHandshake();
+  /// Ends the connection after an error of the socket.
   void Fail(SocketError error);
+  /// Receives what the socket left unread when it failed.
+  void Recover();
   void Verify();
   void Receive();
   void Send();
@@ -45,14 +61,16 @@ class QtConnection : public Connection {
   void Announce();
 
   std::function<void()> changed_;
-  const int& waits_;
+  QtNetwork& network_;
   QObject context_;  // Cancels the scheduled calls when it is destroyed.
   bool isAnnounced_ = false;
   std::optional<HostResolver> resolver_;
   std::deque<String> addresses_;  // Not tried yet.
   quint16 port_ = 0;
-  std::unique_ptr<QSslSocket> socket_;
-  bool isReached_ = false;  // One of the addresses accepted the connection.
+  std::vector<Socket> attempts_;  // Still connecting.
+  QTimer nextAttempt_;
+  std::optional<SocketCopy> copy_;  // Of `socket_`.
+  Socket socket_;                   // Nil until an address has accepted.
   std::optional<String> tlsName_;
   std::deque<Change> changes_;
   String received_;

@@ -20,7 +20,9 @@ class QtNetwork::Wait {
   Wait(const Wait&) = delete;
   Wait& operator=(const Wait&) = delete;
   ~Wait() {
-    if (--network_.depth_ == 0) network_.hooks_.waits(false);
+    if (--network_.depth_ != 0) return;
+    network_.ScheduleHeldCalls();
+    network_.hooks_.waits(false);
   }
 
  private:
@@ -28,7 +30,7 @@ class QtNetwork::Wait {
 };
 
 std::unique_ptr<Connection> QtNetwork::NewConnection(std::function<void()> changed) {
-  return std::make_unique<QtConnection>(std::move(changed), runningLoops_);
+  return std::make_unique<QtConnection>(std::move(changed), *this);
 }
 
 void QtNetwork::WaitUntil(const std::function<bool()>& over) {
@@ -46,7 +48,27 @@ void QtNetwork::RunLoopOnce() {
   pause_.stop();
 }
 
-void QtNetwork::DoEvents() { QCoreApplication::processEvents(); }
+void QtNetwork::DoEvents() {
+  ScheduleHeldCalls();
+  QCoreApplication::processEvents();
+}
+
+void QtNetwork::CallLater(QObject* context, const std::function<void()>& call) {
+  const auto callOrHold = [this, context, call] {
+    if (runningLoops_ > 0) {
+      heldCalls_.push_back({context, call});
+    } else {
+      call();
+    }
+  };
+  QTimer::singleShot(0, context, callOrHold);
+}
+
+void QtNetwork::ScheduleHeldCalls() {
+  for (const auto& [context, call] : std::exchange(heldCalls_, {})) {
+    if (context) CallLater(context, call);
+  }
+}
 
 std::int64_t QtNetwork::Ticks() {
   using Tick = std::chrono::duration<std::int64_t, std::ratio<1, 60>>;

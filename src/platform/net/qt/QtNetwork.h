@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QObject>
+#include <QPointer>
 #include <QTimer>
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "platform/net/Network.h"
 
@@ -21,16 +24,26 @@ class QtNetwork : public Network {
   int InRange(int least, int most) override;
   String MD5(std::string_view text) override;
 
+  /// Calls `call` once from the event loop, unless `context` is destroyed before. While `WaitUntil`
+  /// runs the loop, calls are held back until `DoEvents` or the end of the wait.
+  void CallLater(QObject* context, const std::function<void()>& call);
+
  private:
   class Wait;
+  struct HeldCall {
+    QPointer<QObject> context;
+    std::function<void()> call;
+  };
 
   /// Runs the event loop without input of the user, until something happens.
   void RunLoopOnce();
+  void ScheduleHeldCalls();
 
   WaitHooks hooks_;
   int depth_ = 0;         // Nesting depth of `WaitUntil`.
   int runningLoops_ = 0;  // Nesting depth of `RunLoopOnce`.
   QTimer pause_;          // Wakes the loop if nothing happens.
+  std::vector<HeldCall> heldCalls_;
 };
 
 }  // namespace vintrace::qt

@@ -26,14 +26,14 @@ QString FilterOf(const FileType& type) {
   return DisplayText(type.Name) + " (" + patterns.join(' ') + ')';
 }
 
-/// The folder of the last choice, for dialogs without an initial folder. The toolkit's own memory
-/// would include the choices in an initial folder.
+/// The folder of the last choice, for dialogs without an initial folder. Qt's own memory would also
+/// change after a dialog that had one.
 QUrl& LastFolder() {
   static QUrl folder = QUrl::fromLocalFile(QDir::homePath());
   return folder;
 }
 
-/// For the toolkit's own dialog, which is shown if the desktop has none. Its texts are in English
+/// For Qt's own dialog, which is shown if the desktop has none. Its texts are in English
 /// unless the Japanese ones are installed and loaded.
 void LoadJapaneseTexts() {
   static QPointer<QTranslator> translator;
@@ -49,6 +49,7 @@ std::optional<FolderItem> AskForFile(const FileRequest& request, QWidget* parent
   LoadJapaneseTexts();
   const QPointer<QFileDialog> dialog = new QFileDialog(parent);
   dialog->setFileMode(QFileDialog::ExistingFile);
+  dialog->setSupportedSchemes({QStringLiteral("file")});
   if (!request.title.empty()) dialog->setWindowTitle(DisplayText(request.title));
   dialog->setDirectoryUrl(request.initialDirectory
                               ? QUrl::fromEncoded(AddressOf(*request.initialDirectory))
@@ -58,9 +59,10 @@ std::optional<FolderItem> AskForFile(const FileRequest& request, QWidget* parent
   }
   const bool accepted = dialog->exec() == QDialog::Accepted;
   const QList<QUrl> chosen = dialog && accepted ? dialog->selectedUrls() : QList<QUrl>();
-  if (!chosen.isEmpty() && !request.initialDirectory) LastFolder() = dialog->directoryUrl();
   delete dialog;
-  return chosen.isEmpty() ? std::nullopt : FileAt(chosen.front().toEncoded());
+  if (chosen.isEmpty()) return std::nullopt;
+  if (!request.initialDirectory) LastFolder() = chosen.front().adjusted(QUrl::RemoveFilename);
+  return FileAt(chosen.front().toEncoded());
 }
 
 }  // namespace vintrace::qt

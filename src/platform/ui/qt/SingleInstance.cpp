@@ -1,7 +1,7 @@
 #include "platform/ui/qt/SingleInstance.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QDeadlineTimer>
@@ -18,10 +18,15 @@ namespace {
 constexpr const char* Interface = "org.freedesktop.Application";
 constexpr const char* BusName = VINTRACE_BUS_NAME;
 
+/// How long a start waits, and how much earlier the running instance begins to refuse its request:
+/// time for the answer, so that they agree on who opens the documents.
+constexpr std::chrono::milliseconds Patience(2000);
+constexpr std::chrono::milliseconds TimeForAnswer(500);
+
 // The keys of the platform data.
 constexpr const char* TokenKey = "activation-token";
 constexpr const char* StartupKey = "desktop-startup-id";
-/// Not a standard key: when the caller stops waiting, in milliseconds of the monotonic clock.
+/// Not a standard key: when to refuse the request, in milliseconds of the monotonic clock.
 constexpr const char* DeadlineKey = "vintrace-deadline";
 
 /// The object path that the interface prescribes for a bus name.
@@ -30,7 +35,7 @@ QString ObjectPath() {
 }
 
 QVariantMap PlatformData(const Activation& activation, const QDeadlineTimer& deadline) {
-  QVariantMap data{{DeadlineKey, deadline.deadline()}};
+  QVariantMap data{{DeadlineKey, deadline.deadline() - qint64{TimeForAnswer.count()}}};
   if (!activation.token.empty()) {
     data.insert(TokenKey, QString::fromStdString(activation.token));
   }
@@ -44,7 +49,7 @@ QVariantMap PlatformDataIn(const QDBusMessage& call) {
   return qdbus_cast<QVariantMap>(call.arguments().last());
 }
 
-/// True if the caller has stopped waiting, and opens its documents itself.
+/// True if the caller is about to open its documents itself.
 bool ComesTooLate(const QDBusMessage& call) {
   const QVariant deadline = PlatformDataIn(call).value(DeadlineKey);
   return deadline.isValid() && deadline.toLongLong() <= QDeadlineTimer::current().deadline();
@@ -61,11 +66,18 @@ QDBusMessage CallOf(const StartRequest& request, const QDeadlineTimer& deadline)
   return call("Open") << uris << platformData;
 }
 
+/// A text of the platform data; empty if it is missing or longer than any desktop's.
+String ShortText(const QVariant& value) {
+  constexpr std::size_t Longest = 1024;
+  String text = value.toString().toStdString();
+  return text.size() > Longest ? String() : text;
+}
+
 StartRequest RequestIn(const QDBusMessage& call) {
   StartRequest request;
   const QVariantMap platformData = PlatformDataIn(call);
-  request.activation = {.token = platformData.value(TokenKey).toString().toStdString(),
-                        .startupId = platformData.value(StartupKey).toString().toStdString()};
+  request.activation = {.token = ShortText(platformData.value(TokenKey)),
+                        .startupId = ShortText(platformData.value(StartupKey))};
   if (call.member() != "Open") return request;
   for (const QString& uri : call.arguments().first().toStringList()) {
     if (auto file = FileAt(uri.toUtf8())) request.documents.push_back(std::move(*file));
@@ -89,10 +101,17 @@ class SingleInstance::Bus : public QDBusVirtualObject {
     bus_.registerVirtualObject(ObjectPath(), this);
   }
 
-  bool RequestName() {
-    return bus_.interface()
-               ->registerService(BusName, QDBusConnectionInterface::DontQueueService)
-               .value() == QDBusConnectionInterface::ServiceRegistered;
+  /// Requests the name without queueing (D-Bus, "Message Bus Messages"). True if this
+  /// process owns it now.
+  bool RequestName(const QDeadlineTimer& deadline) const {
+    constexpr uint DoNotQueue = 4;
+    constexpr uint PrimaryOwner = 1;
+    constexpr uint AlreadyOwner = 4;
+    const auto call = CallOfBus("RequestName") << BusName << DoNotQueue;
+    const auto answer = bus_.call(call, QDBus::Block, static_cast<int>(deadline.remainingTime()));
+    if (answer.type() != QDBusMessage::ReplyMessage) return false;
+    const uint state = answer.arguments().value(0).toUInt();
+    return state == PrimaryOwner || state == AlreadyOwner;
   }
 
   bool IsTaken(const QDBusMessage& call, const QDeadlineTimer& deadline) const {
@@ -104,7 +123,8 @@ class SingleInstance::Bus : public QDBusVirtualObject {
 
   void Release() {
     taken_ = nullptr;
-    bus_.unregisterService(BusName);
+    bus_.call(CallOfBus("ReleaseName") << BusName, QDBus::Block,
+              static_cast<int>(Patience.count()));
   }
 
   bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
@@ -130,6 +150,11 @@ class SingleInstance::Bus : public QDBusVirtualObject {
   }
 
  private:
+  static QDBusMessage CallOfBus(const char* method) {
+    constexpr const char* Bus = "org.freedesktop.DBus";
+    return QDBusMessage::createMethodCall(Bus, "/org/freedesktop/DBus", Bus, method);
+  }
+
   QDBusConnection bus_;
   std::function<void(const StartRequest&)> taken_;
 };
@@ -142,12 +167,12 @@ SingleInstance::SingleInstance() {
 SingleInstance::~SingleInstance() = default;
 
 bool SingleInstance::HandOver(const StartRequest& request) {
-  if (!bus_ || !CanTravel(request)) return false;
+  if (!bus_) return false;
   // The owner of the name may quit after the first request.
   constexpr int Attempts = 2;
-  const QDeadlineTimer deadline(std::chrono::seconds(2));
+  const QDeadlineTimer deadline(Patience);
   for (int attempt = 0; attempt < Attempts && !deadline.hasExpired(); ++attempt) {
-    if (bus_->RequestName()) return false;
+    if (bus_->RequestName(deadline) || !CanTravel(request)) return false;
     if (bus_->IsTaken(CallOf(request, deadline), deadline)) return true;
   }
   return false;

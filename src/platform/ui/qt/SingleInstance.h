@@ -16,8 +16,8 @@ struct StartRequest {
 };
 
 /// The request of this process. All arguments are paths of documents, raw bytes, absolute or
-/// relative to the working directory; none is an option. To be called before the toolkit starts,
-/// which removes the desktop's variables from the environment.
+/// relative to the working directory; none is an option, and empty ones are skipped. To be called
+/// before Qt starts, which removes the desktop's variables from the environment.
 StartRequest StartRequestOf(int argc, char* argv[]);
 
 /// The single running instance of the program in a desktop session. Later starts reach it through
@@ -41,7 +41,8 @@ class SingleInstance {
   /// that came since `HandOver` included.
   void Serve(std::function<void(const StartRequest&)> taken);
 
-  /// Leaves the requests that haven't been taken to later instances.
+  /// Stops taking requests and gives up the name, so that the next start becomes the running
+  /// instance.
   void Release();
 
  private:
