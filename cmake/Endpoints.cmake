@@ -1,5 +1,5 @@
 # The publisher's addresses. The defaults are hosts under the reserved domain .example (RFC 2606),
-# which never resolve, so an unconfigured build contacts no host.
+# which never resolve, so an unconfigured build connects to no host.
 
 set(VINTRACE_SERVICE_HOST "service.vt.example" CACHE STRING
     "Host of the update check and the launch report, over HTTPS, with :PORT if it isn't 443; empty for neither")

@@ -24,6 +24,8 @@ class App : public Application {
   void Event_EnableMenuItems() override;
   /// Asks the user for a document if `item` is nil.
   void Event_OpenDocument(const std::optional<FolderItem>& item) override;
+  /// Loads the settings, looks for a newer release and reports the start; returns after both
+  /// exchanges.
   void Event_Open() override;
 
   /// Handlers of the menu items; all return false. `_hiraku_Action` asks for a document to open;

@@ -35,7 +35,8 @@ class Window1 : public Window, public inspection::InspectionReport {
   virtual void StaticText4_MouseUp();
   virtual bool StaticText4_MouseDown();
   /// Opens the document in the known application of its release. If there is none, or that fails,
-  /// asks the user for one. Closes the front window if the document opens.
+  /// asks the user for one. Closes the front window if the document opens; otherwise shows a
+  /// message.
   virtual void PushButton3_Action();
 
   // The items of these names in the window's menu bar.

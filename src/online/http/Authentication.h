@@ -13,7 +13,7 @@ namespace vintrace::http {
 
 struct Challenge {
   String scheme;                  ///< As written: "Basic", "Digest".
-  Dictionary<String> parameters;  ///< Only quoted values are intact.
+  Dictionary<String> parameters;  ///< Unquoted values lack their first and last byte.
 };
 
 /// Parses the value of a WWW-Authenticate or Proxy-Authenticate header.
@@ -30,10 +30,11 @@ struct DigestSources {
   std::function<String(std::string_view)> hash;  ///< Returns the 16 bytes of the MD5 digest.
 };
 
+/// The value of an Authorization or Proxy-Authorization header. `userName` must have no colon.
 String BasicAnswer(std::string_view userName, std::string_view password);
 
-/// `parameters`: those of the challenge, and the request's `method` and `uri`, by default "GET" and
-/// "/".
+/// The value of such a header. `parameters`: those of the challenge, and the request's `method` and
+/// `uri`, by default "GET" and "/". Quotation marks and backslashes in texts are not escaped.
 String DigestAnswer(std::string_view userName, std::string_view password,
                     const Dictionary<String>& parameters, const DigestSources& sources);
 

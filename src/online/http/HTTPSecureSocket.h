@@ -44,15 +44,16 @@ class HTTPSecureSocket : public SSLSocket {
   /// `network` must outlive this object.
   explicit HTTPSecureSocket(Network& network);
 
-  /// The port for a URL without one while `Port` is 0. The port used for a URL is kept in `Port`,
-  /// for later URLs without one.
+  /// The port for URLs that name none, 443 at first; used only while `Port` is 0. Each request
+  /// keeps its port in `Port`, so that a later URL without one uses it again.
   std::int64_t DefaultPort() const { return _DefaultPort; }
   void SetDefaultPort(std::int64_t port) { _DefaultPort = port; }
-  /// The proxy's host, empty for no proxy, and its port, 0 for the default port.
+  /// The proxy's host, empty for no proxy, and its port, 0 for `DefaultPort`.
   String HTTPProxyAddress;
   std::int64_t HTTPProxyPort = 0;
   int mErrorCode = NoError;
-  /// The headers of the next request; nil stands for those of a new socket.
+  /// The headers of the next request; if nil, those of a new socket: `Accept: */*` and
+  /// `Accept-Language: en`.
   HeadersPointer requestHeaders;
   bool synchronous = false;
   /// The timeout of blocking requests in seconds; 0 or less for none.
@@ -223,8 +224,9 @@ class HTTPSecureSocket : public SSLSocket {
   };
   std::optional<Ports> ports_;  // Set while `Port` may be the proxy's.
   std::size_t searched_ = 0;    // Bytes searched for the end of the headers so far.
-  std::int64_t request_ = 0;    // The number of calls of `Begin`.
-  std::shared_ptr<int> exchange_ = std::make_shared<int>();
+  // A request of the caller may take several connections: an answered challenge starts another.
+  std::int64_t request_ = 0;                                 // Counts the requests of the caller.
+  std::shared_ptr<int> exchange_ = std::make_shared<int>();  // Renewed by connecting and failing.
 };
 
 }  // namespace vintrace::http

@@ -28,24 +28,25 @@ class InternetHeaders {
   /// The value of `name` with the 0-based index `index`; empty if there is none. A negative index
   /// means 0.
   String Value(std::string_view name, std::int64_t index = 0) const;
-  /// The number of values of `name`.
+  /// The number of values of `name` with consecutive indices from 0.
   std::int64_t NameCount(std::string_view name) const;
-  /// All values of `name`, joined with ", ".
+  /// These values, joined with ", ".
   String CommaSeparatedValues(std::string_view name) const;
 
   /// Adds a value after the others of `name`.
   void AppendHeader(std::string_view name, std::string_view value);
   /// Makes `value` the only value of `name`.
   void SetHeader(std::string_view name, std::string_view value);
-  /// Replaces the value with that index. If there is none, adds one with that index.
+  /// Replaces the value with that index, or adds one, even if lower indices are missing.
   void SetHeader(std::string_view name, std::string_view value, std::int64_t index);
-  /// Removes all values of `name`.
+  /// Removes the values of `name` with consecutive indices from 0.
   void Delete(std::string_view name);
   /// Removes one value; the indices of later values decrease by 1.
   void Delete(std::string_view name, std::int64_t index);
   void DeleteAllHeaders();
 
-  /// The text last parsed, unchanged; if there is none, the result of `_FormatHTTPHeaders`.
+  /// The text last parsed, even if headers have changed since; if there is none, the result of
+  /// `_FormatHTTPHeaders`.
   String Source() const;
 
   /// The lines, joined with CR LF. Carriage returns and line feeds in names and values are removed,

@@ -16,7 +16,7 @@ struct HeaderEnd {
 
 /// Finds the end of the headers in `bytes`: two line ends in a row. Tries the line end that
 /// `InternetHeaders::_DetermineEOLCharacter` detects, then LF, CR LF and CR. Nil if there is none.
-/// The first `searched` bytes, which have been searched before, have none.
+/// `searched`: how many leading bytes earlier calls have searched without finding it.
 std::optional<HeaderEnd> FindHeaderEnd(std::string_view bytes, std::size_t searched);
 
 /// The status: the number after the first space in the first line; 0 if there is none.

@@ -20,9 +20,9 @@ struct RequestURL {
 /// Splits `url`. Its scheme is optional and ignored.
 RequestURL SplitURL(std::string_view url);
 
-/// Encodes `text` for a form. Spaces become "+". CR, LF and most ASCII punctuation, including "-"
-/// and "_" though not "." and ":", become "%" and two hexadecimal digits. All other bytes, those
-/// above 127 too, are unchanged.
+/// Encodes `text` for a form. Spaces become "+". CR, LF and all ASCII punctuation except for
+/// " ' . : ? @ | become "%" and two upper-case hexadecimal digits. All other bytes, those above 127
+/// too, are unchanged.
 String _EncodeURLString(std::string_view text);
 
 /// The fields of `form`, in order, as application/x-www-form-urlencoded.

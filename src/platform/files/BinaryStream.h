@@ -26,7 +26,8 @@ class BinaryStream {
   /// Never blocks. A nil item raises `NilObjectException`.
   static BinaryStream Create(const std::optional<FolderItem>& item, bool overwrite);
 
-  /// Sets the 0-based offset of the next read, which may lie past the end of the file.
+  /// The 0-based offset of the next `Read`, which may lie past the end of the file. `Write`
+  /// advances it too, but doesn't write there.
   void SetPosition(std::uint64_t position) { position_ = position; }
   std::uint64_t Position() const { return position_; }
 
@@ -34,8 +35,8 @@ class BinaryStream {
   /// the end of the file. `encoding`: none, as the bytes are returned unchanged.
   String Read(std::size_t count, std::nullptr_t encoding);
 
-  /// Writes all of `bytes` after the bytes written before, the first ones at the file's start. A
-  /// part of them may be in the file after a failure.
+  /// Writes all of `bytes` after the bytes written before, the first ones at the file's start.
+  /// After a failure, a part of them may be in the file.
   void Write(std::string_view bytes);
 
   /// True if Position has reached the file's end: its present size, or its size when it was opened

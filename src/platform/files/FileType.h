@@ -23,7 +23,7 @@ class FileType {
   /// The endings in `Extensions`.
   std::vector<String> Suffixes() const;
 
-  /// The registered type of that name.
+  /// The registered type of that name, case-sensitively; nil if there is none.
   static std::optional<FileType> Registered(std::string_view name);
 };
 

@@ -25,7 +25,8 @@ class FolderItem {
   /// the root folder.
   String Name() const;
 
-  /// The item `name` in this folder, whether it exists or not.
+  /// The item at `name`, a leaf name or relative path, in this folder; nothing needs to exist
+  /// there.
   FolderItem Child(std::string_view name) const;
 
   /// True if anything exists at the path. Follows links. Also true if the system can't tell

@@ -58,7 +58,8 @@ class Network {
   virtual ~Network() = default;
 
   /// A new connection, not open yet. `changed` is called from the event loop when `Next` has a
-  /// change to report, though not during a wait. It may destroy the connection, and must not throw.
+  /// change to report, except while `WaitUntil` runs the loop. It may destroy the connection, and
+  /// must not throw.
   virtual std::unique_ptr<Connection> NewConnection(std::function<void()> changed) = 0;
 
   /// Runs the event loop until `over()` is true or the program quits. `over` is called at once,

@@ -12,8 +12,8 @@
 namespace vintrace {
 
 /// A stream socket, secured by TLS or plain. No operation blocks. Events are raised only inside
-/// `Poll`, which the event loop calls except during `Network::WaitUntil`. A socket may be destroyed
-/// at any time, even in its own events.
+/// `Poll`, which the event loop calls, except while `Network::WaitUntil` runs it. A socket may be
+/// destroyed at any time, even in its own events.
 class SSLSocket {
  public:
   /// `network` must outlive this object.
@@ -25,7 +25,7 @@ class SSLSocket {
   /// The host to connect to, by name or address, and its port, which is 0 until it is set.
   String Address;
   std::int64_t Port = 0;
-  /// The host that the certificate must name; if nil, `Address`. Differs from it behind a proxy.
+  /// The host that the certificate must name; if nil, `Address`, which may be a proxy.
   std::optional<String> PeerName;
   /// The requested version of TLS. Ignored: the version is always 1.2 or newer.
   int ConnectionType = 0;
@@ -91,7 +91,9 @@ class SSLSocket {
   std::unique_ptr<Connection> connection_;
   String received_;
   bool secure_ = false;
-  bool isPlain_ = false;                      // The connection has no TLS yet.
+  bool isPlain_ = false;  // The connection has no TLS yet.
+  // An event of one connection may start another. `Poll` raises changes of the current connection
+  // at once, unless one of its own events is running: then it postpones them, except for the end.
   std::int64_t number_ = 0;                   // Id of the current connection.
   std::int64_t raising_ = -1;                 // Id of the connection whose event is running, or -1.
   std::deque<Connection::Change> postponed_;  // Until the running event has returned.

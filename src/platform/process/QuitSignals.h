@@ -4,10 +4,10 @@
 
 namespace vintrace {
 
-/// While it exists, the first SIGTERM, SIGHUP or SIGINT of each kind doesn't end the process, but
-/// makes a descriptor readable. A second signal of the same kind ends it, in case the program
-/// hangs. (The end of a session sends SIGTERM and SIGHUP together.) Signals that the process was
-/// started to ignore stay ignored. One object at a time.
+/// While this object exists, the first signal of each kind (SIGTERM, SIGHUP, SIGINT) makes a
+/// descriptor readable instead of ending the process. A second one of the same kind ends it, in
+/// case the program hangs; the end of a session sends SIGTERM and SIGHUP together. Signals that the
+/// process was started to ignore stay ignored. At most one object may exist.
 class QuitSignals {
  public:
   /// Changes nothing if the system has no pipe left.

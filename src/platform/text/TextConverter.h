@@ -15,7 +15,8 @@ struct TextEncoding {
   bool operator==(const TextEncoding&) const = default;
 };
 
-/// UTF-8 is base 256 (the default Unicode version), variant 0, format 2.
+/// The encoding with these numbers, whatever they are. UTF-8 is base 256 (the default Unicode
+/// version), variant 0, format 2.
 TextEncoding GetTextEncoding(int base, int variant, int format);
 
 /// Converts text from one encoding to another.

@@ -36,8 +36,9 @@ class CommandTarget {
   std::map<String, MenuHandler, std::less<>> handlers_;
 };
 
-/// Updates the application's menu bar: a command is enabled if the application or the front window
-/// enables it.
+/// Updates the application's menu bar: resets each item's state by `AutoEnable` and the handlers of
+/// the front window and the application, then raises `EnableMenuItems` on both, which may enable
+/// more.
 void UpdateMenuItems();
 
 /// Runs the command of `item`, which the user chose in the application's menu bar. Updates the menu

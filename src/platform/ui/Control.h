@@ -31,7 +31,7 @@ constexpr Color RGB(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
 inline constexpr Color Black = RGB(0, 0, 0);
 inline constexpr Color White = RGB(255, 255, 255);
 
-/// The fixed properties of a control. The texts must be literals.
+/// The fixed properties of a control. The texts must outlive it.
 struct ControlDesign {
   std::string_view Name;
   int Left;  ///< In pixels from the top left corner of the window's content, like `Top`.
@@ -40,7 +40,7 @@ struct ControlDesign {
   int Height;
   int TabIndex;               ///< Position in the tab order, lowest first.
   std::string_view TextFont;  ///< "System": the desktop's font.
-  int TextSize;               ///< In pixels; 0: 13, the size of the layouts.
+  int TextSize;               ///< In pixels; 0 means 13, for which the layouts were drawn.
   /// Accessible description of a control without text.
   std::string_view description = {};
 };

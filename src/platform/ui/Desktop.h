@@ -20,8 +20,8 @@ int WindowCount();
 std::shared_ptr<vintrace::Window> Window(int index);
 
 void MsgBox(const String& text);
-/// Asks the user for one file of the registered type `filterName`; nil on cancel. With a name that
-/// isn't registered, asks for any file.
+/// Asks the user for one file; nil on cancel. Shows files of the registered type `filterName`
+/// first, or all files if it isn't registered. The user can always switch to all files.
 std::optional<FolderItem> GetOpenFolderItem(std::string_view filterName);
 void ShowURL(const String& url);
 void Quit(int exitStatus);

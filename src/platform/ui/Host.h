@@ -30,6 +30,7 @@ class Host {
   Host& operator=(const Host&) = delete;
   virtual ~Host();
 
+  /// The current host, which must exist.
   static Host& Current();
 
   /// The open windows.

@@ -11,7 +11,7 @@ namespace vintrace {
 /// The parameters of a dialog that asks for one existing file.
 struct FileRequest {
   String title;                                ///< UTF-8; if empty, the desktop's own title.
-  std::optional<FolderItem> initialDirectory;  ///< If nil or missing, the desktop's choice.
+  std::optional<FolderItem> initialDirectory;  ///< If nil, the last choice's folder.
   std::optional<FileType> filter;              ///< If nil, any file.
 };
 

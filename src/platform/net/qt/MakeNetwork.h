@@ -6,7 +6,7 @@
 
 namespace vintrace::qt {
 
-/// The network of the toolkit. Raises `RuntimeException` if its module is missing.
+/// Qt's network. Raises `RuntimeException` if its module is missing.
 std::unique_ptr<Network> MakeNetwork(const WaitHooks& hooks);
 
 /// The type of `MakeModuleNetwork`, which the module exports. The caller owns the result.

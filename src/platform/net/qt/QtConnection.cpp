@@ -27,7 +27,7 @@ String HostInASCII(const String& host) {
   return QHostAddress(Text(host)).isNull() ? QUrl::toAce(Text(host)).toStdString() : host;
 }
 
-/// The one place that translates the toolkit's errors.
+/// The one place that translates Qt's errors.
 SocketError ErrorOf(QAbstractSocket::SocketError error) {
   switch (error) {
     case QAbstractSocket::RemoteHostClosedError:
@@ -94,7 +94,7 @@ void QtConnection::TryNext() {
   const QString address = Text(addresses_.front());
   addresses_.pop_front();
   auto* attempt = attempts_.emplace_back(std::make_unique<QSslSocket>()).get();
-  // Otherwise the toolkit would use a proxy from the environment.
+  // Otherwise Qt would use a proxy from the environment.
   attempt->setProxy(QNetworkProxy::NoProxy);
   QObject::connect(attempt, &QSslSocket::connected, &context_, [=, this] { Adopt(attempt); });
   QObject::connect(

@@ -17,7 +17,7 @@ namespace vintrace::qt {
 
 class QtNetwork;
 
-/// A connection on the toolkit's sockets. The addresses of a host are tried in their order, each
+/// A connection on Qt's sockets. The addresses of a host are tried in their order, each
 /// 250 ms after the one before or as soon as that has failed, and the first to accept is taken
 /// (RFC 8305, sections 5 and 8).
 class QtConnection : public Connection {

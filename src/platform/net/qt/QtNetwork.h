@@ -12,7 +12,7 @@
 
 namespace vintrace::qt {
 
-/// The toolkit's network, run by the main thread's event loop.
+/// Qt's network, run by the main thread's event loop.
 class QtNetwork : public Network {
  public:
   explicit QtNetwork(WaitHooks hooks = {}) : hooks_(std::move(hooks)) {}

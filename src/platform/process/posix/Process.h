@@ -38,12 +38,12 @@ struct Command {
 /// What a new process inherits besides its working directory.
 enum class Session {
   Shared,  ///< The session, standard error, and all files without close-on-exec.
-  New      ///< Nothing: it gets a session of its own and, on Linux, no open file except streams.
+  New      ///< Nothing: it has a new session and, on Linux, no other open file.
 };
 
 /// Starts a process and returns its id. Streams that it does not inherit are /dev/null, and no
 /// signal is ignored or blocked in it. Raises `IOException` if the program can't be executed. The
-/// caller awaits its end, unless this process ends first.
+/// caller passes the id to `AwaitEnd`, or leaves a zombie until this process ends.
 pid_t StartProcess(const Command& command, Session session);
 
 /// Waits for a child process to end and returns its exit status; after a signal, 128 plus the

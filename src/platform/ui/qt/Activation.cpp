@@ -19,7 +19,7 @@ struct Free {
   void operator()(void* memory) const { std::free(memory); }
 };
 
-/// Sends messages to the window manager and to listeners on the root window, over the toolkit's
+/// Sends messages to the window manager and to listeners on the root window, over Qt's
 /// connection to the X server.
 class X11 {
  public:

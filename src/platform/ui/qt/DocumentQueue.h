@@ -16,13 +16,15 @@ class WindowWidget;
 
 /// The documents that the system handed over and the windows that wait to be shown, in order. A
 /// window is shown when the handler that made it has returned, so that it is complete. The next
-/// document is opened when that window has been painted, as an inspection can take long.
+/// document is opened when that window has been painted, as an inspection can take long, or after
+/// 250 ms, as windows on another workspace are never painted.
 class DocumentQueue {
  public:
   struct Hooks {
     /// False while a box or dialog is open, and once the program quits.
     std::function<bool()> mayShow;
-    /// A second condition for opening a document.
+    /// False during a wait for the network, and until input held back by it has been handled:
+    /// windows may be shown then, but no document opened.
     std::function<bool()> mayOpen;
     /// Called after a window came up, with the permission of its document's start.
     std::function<void(WindowWidget&, const Activation&)> cameUp;
@@ -64,7 +66,7 @@ class DocumentQueue {
   std::vector<QPointer<WindowWidget>> unshown_;
   Activation activation_;               // Of the document opened last.
   QPointer<WindowWidget> awaitsPaint_;  // The next document waits for this window,
-  QDeadlineTimer awaitsUntil_;          // but only until then.
+  QDeadlineTimer awaitsUntil_;          // at most until then.
   bool paintsWhenShown_ = true;         // False if the last window wasn't painted in time.
   bool started_ = false;
 };

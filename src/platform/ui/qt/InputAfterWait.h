@@ -2,7 +2,7 @@
 
 namespace vintrace::qt {
 
-/// The user's input during a wait for the network, which the toolkit holds back. After the wait it
+/// The user's input during a wait for the network, which Qt holds back. After the wait it
 /// is handled before any message box comes up or any document is opened, as their windows would
 /// receive input meant for earlier ones.
 class InputAfterWait {
@@ -14,7 +14,8 @@ class InputAfterWait {
   /// True from the start of a wait until the input has been handled.
   bool IsDue() const { return isDue_ || handling_ > 0; }
 
-  /// Handles the input if it is due. Does nothing during a wait, or while handling it.
+  /// Handles the input if it is due, for at most half a second. Does nothing during a wait, or
+  /// while handling it.
   void Handle();
 
  private:

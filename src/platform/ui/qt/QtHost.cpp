@@ -70,7 +70,7 @@ class QtHost::ModalScope {
 
 namespace {
 
-/// Handles the toolkit's messages while it starts: where the toolkit would abort, for example
+/// Handles Qt's messages while it starts: where Qt would abort, for example
 /// without a display, the program ends instead.
 void EndInsteadOfAbort(QtMsgType type, const QMessageLogContext& /*context*/,
                        const QString& message) {
@@ -187,7 +187,7 @@ std::optional<FolderItem> QtHost::AskForFile(const FileRequest& request) {
 }
 
 void QtHost::SetClipboardText(const String& text) {
-  // By default, the toolkit drops a byte-order mark at the start of a text.
+  // By default, Qt drops a byte-order mark at the start of a text.
   QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
   QApplication::clipboard()->setText(decode(QByteArrayView(text)));
 }

@@ -21,10 +21,10 @@ class MenuBarView;
 class SystemBar;
 class WindowWidget;
 
-/// The host on the toolkit's widgets.
+/// The host on Qt's widgets.
 class QtHost : public Host {
  public:
-  /// Uses only the program's name in `argv`; the toolkit reads no options from it.
+  /// Uses only the program's name in `argv`; Qt reads no options from it.
   explicit QtHost(char* argv[]);
   QtHost(const QtHost&) = delete;
   QtHost& operator=(const QtHost&) = delete;

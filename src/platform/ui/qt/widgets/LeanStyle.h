@@ -8,7 +8,7 @@ namespace vintrace::qt {
 class LeanStyle : public QProxyStyle {
  public:
   /// Leaves out the arrow of menu bars that are too narrow for their menus. No window here needs
-  /// it, and the toolkit loads every image plugin of the system to make it.
+  /// it, and Qt loads every image plugin of the system to make it.
   QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
                      const QWidget* widget) const override {
     if (icon == SP_ToolBarHorizontalExtensionButton) return {};
