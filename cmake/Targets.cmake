@@ -1,4 +1,4 @@
-# Settings for all targets of the project: warnings, sanitizers and the include root.
+# Settings for all targets of the project: warnings, sanitizers, hardening and the include root.
 
 add_library(vintrace_common INTERFACE)
 target_include_directories(vintrace_common INTERFACE ${PROJECT_SOURCE_DIR}/src)
@@ -15,6 +15,20 @@ if(VINTRACE_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(vintrace_common INTERFACE ${sanitizers})
   target_link_options(vintrace_common INTERFACE ${sanitizers})
+endif()
+
+# Releases are hardened as the distribution hardens its packages.
+find_program(DPKG_BUILDFLAGS dpkg-buildflags)
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND DPKG_BUILDFLAGS)
+  foreach(kind CPPFLAGS CXXFLAGS LDFLAGS)
+    execute_process(
+      COMMAND ${CMAKE_COMMAND} -E env DEB_BUILD_MAINT_OPTIONS=hardening=+all
+              "DEB_CXXFLAGS_STRIP=-g -O2 -Werror=format-security" ${DPKG_BUILDFLAGS} --get ${kind}
+      OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    separate_arguments(${kind} UNIX_COMMAND "${flags}")
+  endforeach()
+  target_compile_options(vintrace_common INTERFACE ${CPPFLAGS} ${CXXFLAGS})
+  target_link_options(vintrace_common INTERFACE ${LDFLAGS})
 endif()
 
 # vintrace_library(NAME SOURCES file… [LINKS target…]): a folder of src/ as a static library.

@@ -62,6 +62,12 @@ void CloseFrontWindow() {
   if (const auto front = desktop::Window(0)) front->Close();
 }
 
+/// Makes room for the application that opens the document.
+void MakeRoom() {
+  desktop::YieldFocus();
+  CloseFrontWindow();
+}
+
 }  // namespace
 
 void Window1::Layout() {
@@ -129,7 +135,7 @@ void Window1::PushButton3_Action() {
   const std::vector<String>& locations = App::Instance().apploc;
   if (const auto known = launch::FindLocation(locations, StaticText2().Text())) {
     if (OpenApp(locations.at(static_cast<std::size_t>(*known)))) {
-      CloseFrontWindow();
+      MakeRoom();
       return;
     }
     DeleteApp(*known);
@@ -139,7 +145,7 @@ void Window1::PushButton3_Action() {
   } else if (!OpenApp(shp)) {
     desktop::MsgBox("該当するバージョンのInDesignで開く事が出来ませんでした。");
   } else {
-    CloseFrontWindow();
+    MakeRoom();
   }
 }
 

@@ -88,7 +88,7 @@ TEST_F(InspectTest, PrintsUsageHelpAndVersion) {
   }
   EXPECT_EQ(Run("vintrace-inspect --help >help; status=$?; head -n 1 help; (exit $status)"),
             usage + Good);
-  EXPECT_EQ(Run("vintrace-inspect --version"), "vintrace-inspect 1.20\n" + Good);
+  EXPECT_EQ(Run("vintrace-inspect --version"), "vintrace-inspect 1.2.0\n" + Good);
   EXPECT_EQ(Run("vintrace-inspect -- --help.indd"), "--help.indd" + Found + Good);
 }
 

@@ -16,6 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string AskForCS6 = "open dialog: Adobe InDesign CS6を選択して下さい。";
+const std::string Yield = "yield focus";
 const std::string NotFound = "message: 該当するバージョンのInDesignが見つかりません。";
 const std::string NotOpened = "message: 該当するバージョンのInDesignで開く事が出来ませんでした。";
 
@@ -57,8 +58,8 @@ TEST_F(LaunchTest, TriesTheFirstMatchAndAsksForAnApplicationIfItFails) {
     String knownThen;
     const RecordingApplication* opens;
   } rows[] = {
-      {goodLine, std::nullopt, {}, goodLine, &good},
-      {goneLine + goodLine, unnamed.Item(), {AskForCS6}, goodLine + unnamedLine, &unnamed},
+      {goodLine, std::nullopt, {Yield}, goodLine, &good},
+      {goneLine + goodLine, unnamed.Item(), {AskForCS6, Yield}, goodLine + unnamedLine, &unnamed},
       {badLine, bad, {AskForCS6, NotOpened}, badLine, nullptr},
       {badLine, std::nullopt, {AskForCS6, NotFound}, "", nullptr},
   };

@@ -24,7 +24,8 @@ class ScriptedHost : public Host {
   String clipboard = "earlier text";
 
   /// The program's requests, a line each: "window" for a shown window, "message: TEXT", "open
-  /// dialog: TITLE FILTER (EXTENSIONS)" without the parts that are not set, "quit: STATUS".
+  /// dialog: TITLE FILTER (EXTENSIONS)" without the parts that are not set, "yield focus", "quit:
+  /// STATUS".
   std::vector<std::string> story;
 
   void Show(Window& window) override;
@@ -35,6 +36,7 @@ class ScriptedHost : public Host {
   std::optional<FolderItem> AskForFile(const FileRequest& request) override;
   void SetClipboardText(const String& text) override { clipboard = text; }
   void ShowURL(const String&) override {}
+  void YieldFocus() override { story.emplace_back("yield focus"); }
   vintrace::Network& Network() override { return network; }
   void Run() override;
   void Quit(int exitStatus) override;

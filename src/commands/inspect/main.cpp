@@ -143,7 +143,7 @@ ExitStatus Run(std::span<char*> arguments) {
   const std::string_view first = arguments.front();
   if (first == "--help") return PrintText({Usage, Help});
   if (first == "--version") {
-    return PrintText({"vintrace-inspect ", versionRecord::LongVersion, "\n"});
+    return PrintText({"vintrace-inspect ", versionRecord::Version, "\n"});
   }
   if (first == "--") arguments = arguments.subspan(1);
   if (first.starts_with('-') && first != "--") return RefuseUsage();

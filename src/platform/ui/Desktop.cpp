@@ -17,6 +17,8 @@ std::optional<FolderItem> GetOpenFolderItem(std::string_view filterName) {
 
 void ShowURL(const String& url) { Host::Current().ShowURL(url); }
 
+void YieldFocus() { Host::Current().YieldFocus(); }
+
 void Quit(int exitStatus) { Host::Current().Quit(exitStatus); }
 
 }  // namespace vintrace::desktop

@@ -24,6 +24,7 @@ void MsgBox(const String& text);
 /// first, or all files if it isn't registered. The user can always switch to all files.
 std::optional<FolderItem> GetOpenFolderItem(std::string_view filterName);
 void ShowURL(const String& url);
+void YieldFocus();
 void Quit(int exitStatus);
 
 }  // namespace vintrace::desktop

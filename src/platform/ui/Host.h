@@ -60,6 +60,9 @@ class Host {
   virtual void SetClipboardText(const String& text) = 0;
   /// Opens an address in the default browser or mail client. Failures are not reported.
   virtual void ShowURL(const String& url) = 0;
+  /// Leaves the focus to an application that was just started: a window that the host itself shows
+  /// next doesn't take it.
+  virtual void YieldFocus() {}
 
   /// The network, which lives as long as the host. Raises `RuntimeException` if a bundled part that
   /// it needs is missing.

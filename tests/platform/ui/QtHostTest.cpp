@@ -1,28 +1,18 @@
 // The program with real widgets, without a screen.
 
-#include "platform/ui/qt/QtHost.h"
-
 #include <gtest/gtest.h>
 
-#include <QAccessible>
 #include <QFileOpenEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QTest>
 #include <QTimer>
 #include <deque>
 
 #include "online/UpdateWin.h"
-#include "platform/text/Exceptions.h"
-#include "platform/ui/Application.h"
 #include "platform/ui/Desktop.h"
-#include "platform/ui/qt/widgets/PictureIcon.h"
-#include "platform/ui/qt/widgets/WindowWidget.h"
-#include "resources/Endpoints.h"
+#include "platform/ui/QtHostFixture.h"
 #include "resources/Pictures.h"
-#include "shell/App.h"
-#include "shell/MainMenuBar.h"
 #include "shell/Window1.h"
 #include "shell/Window2.h"
 
@@ -30,80 +20,6 @@ namespace vintrace::test {
 namespace {
 
 using online::UpdateWin;
-using Lines = std::vector<std::string>;
-
-/// The real host, except that it records addresses instead of opening a browser.
-class HostUnderTest : public qt::QtHost {
- public:
-  HostUnderTest() : QtHost(argv_) {}
-  void ShowURL(const String& url) override { urls.push_back(url); }
-  Lines urls;
-
- private:
-  inline static char name_[] = "vintrace";
-  inline static char* argv_[] = {name_, nullptr};
-};
-
-/// Records its events and lets a test handle them.
-class TracingApplication : public App {
- public:
-  Lines story;
-  std::function<void()> onOpen;
-  std::function<void()> onDocument;
-
-  void Event_Open() override {
-    story.emplace_back("open");
-    if (onOpen) onOpen();
-  }
-  void Event_OpenDocument(const std::optional<FolderItem>& item) override {
-    story.push_back("document " + item->NativePath());
-    if (onDocument) onDocument();
-  }
-};
-
-class QtHostTest : public testing::Test {
- protected:
-  QtHostTest() {
-    auto application = std::make_unique<TracingApplication>();
-    application->SetMenuBar(MainMenuBar::Instance());
-    app = application.get();
-    host._RuntimeRegisterAppObject(std::move(application));
-    _RuntimeSetExceptionHelper(_CallFunctionWithExceptionHandling);
-  }
-
-  /// Opens a window and waits until it is active.
-  template <class Kind>
-  std::shared_ptr<Kind> NewWindow() {
-    auto window = Window::New<Kind>();
-    QWidget& widget = Widget(*window);
-    EXPECT_TRUE(QTest::qWaitFor([&widget] { return widget.isVisible(); }));
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&widget));
-    return window;
-  }
-
-  qt::WindowWidget& Widget(const Window& window) { return *host.WidgetOf(window); }
-
-  template <class Kind = QWidget>
-  Kind& Child(const Window& window, std::string_view name) {
-    return *Widget(window).findChild<Kind*>(QString::fromStdString(std::string(name)));
-  }
-
-  /// The centre of the control `name`, in coordinates of its window.
-  QPoint Middle(const Window& window, std::string_view name) {
-    const QWidget& control = Child(window, name);
-    return control.mapTo(&Widget(window), control.rect().center());
-  }
-
-  /// Presses the key and returns the name of the widget that then has the focus, or "closed".
-  std::string Press(const Window& window, Qt::Key key) {
-    QTest::keyClick(Widget(window).focusWidget(), key);
-    return window.IsOpen() ? Widget(window).focusWidget()->objectName().toStdString() : "closed";
-  }
-
-  HostUnderTest host;
-  TracingApplication* app = nullptr;
-  const Lines page{std::string(endpoints::WebPage)};
-};
 
 /// Counts the paint events of the object it watches.
 class PaintCounter : public QObject {
@@ -233,7 +149,11 @@ TEST_F(QtHostTest, AKeyOrAClickOutsideTheLinksClosesTheAboutWindow) {
 
 TEST_F(QtHostTest, LinksTurnRedUnderTheMouseAndOpenOnRelease) {
   const auto document = NewWindow<Window1>();
+  auto* content = Child(*document, "StaticText4").parentWidget();
+  const QPoint below(60, 132);  // Of the link, the button leaves the lowest three pixels bare.
+  EXPECT_EQ(content->childAt(below), nullptr) << "a covered link takes no mouse";
   document->SetOpenable(false);
+  EXPECT_EQ(content->childAt(below), &Child(*document, "StaticText4"));
   const auto notice = NewWindow<UpdateWin>();
   EXPECT_EQ(notice->Canvas1().Backdrop(), pictures::icon48());
   for (Label* link : {&document->StaticText4(), &notice->Label2()}) {
@@ -269,76 +189,49 @@ TEST_F(QtHostTest, ReturnInTheNoticeOpensTheDownloadWhateverHasTheFocus) {
   EXPECT_EQ(host.urls, Lines{}) << "the other button only closes the notice";
 }
 
-TEST_F(QtHostTest, TextsArePlainSanitizedAndElided) {
-  const auto window = NewWindow<Window1>();
-  window->SetDocumentName("<b>[*]&\n\xFF.indd");
-  EXPECT_EQ(Widget(*window).windowHandle()->title(), "<b>[*]&\uFFFD\uFFFD.indd");
-  EXPECT_FALSE(Child(*window, "Label1").isVisible());
-
-  window->SetBuildText(String("8.\0\n<b>\xFF\x1B", 9));
-  const auto& label = Child<QLabel>(*window, "StaticText5");
-  EXPECT_EQ(label.text(), "8.\uFFFD\uFFFD<b>\uFFFD\uFFFD");
-  EXPECT_EQ(label.textFormat(), Qt::PlainText);
-
-  window->SetProductText(String(200, 'w') + "<i>");
-  const auto& tooLong = Child<QLabel>(*window, "StaticText2");
-  EXPECT_TRUE(tooLong.text().endsWith(QChar(0x2026)));
-  EXPECT_LE(tooLong.fontMetrics().horizontalAdvance(tooLong.text()), tooLong.width());
-  EXPECT_TRUE(tooLong.toolTip().contains("&lt;i&gt;"));
+TEST_F(QtHostTest, EveryMenuItemCanBeReachedByKeys) {
+  const auto other = NewWindow<Window1>();
+  app->AddMenuHandler("kono", [&] {
+    app->story.emplace_back("about");
+    return false;
+  });
+  for (int windows = 2; windows > 0; --windows) {
+    const auto window = NewWindow<Window1>();
+    QTest::keyClick(&Widget(*window), Qt::Key_F10);
+    for (const auto key : {Qt::Key_Right, Qt::Key_Up, Qt::Key_Return}) {
+      ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+      QTest::keyClick(QApplication::activePopupWidget(), key);
+    }
+    EXPECT_EQ(std::exchange(app->story, {}), Lines{"about"});
+    if (other->IsOpen()) other->Close();
+  }
 }
 
-TEST_F(QtHostTest, PicturesAreDrawnUnscaledOnNormalAndHighDpiScreens) {
-  const auto window = NewWindow<Window1>();
-  const auto decoded = [](std::string_view png, QImage::Format format) {
-    return QImage::fromData(QByteArrayView(png)).convertToFormat(format);
+TEST_F(QtHostTest, TheStandInNamesWhatWasLeftAsideAndYieldsTheFocus) {
+  const auto line = [&] { return host.StandIn()->findChild<QLabel*>()->text().toStdString(); };
+  const auto shows = [&](const std::string& text) {
+    return QTest::qWaitFor([&] { return host.StandIn() != nullptr && line() == text; });
   };
-  const auto picture = pictures::und();
-  window->SetPicture("und");
-  QImage drawn(48, 48, QImage::Format_ARGB32_Premultiplied);
-  drawn.fill(Qt::transparent);
-  Child(*window, "Canvas1").render(&drawn, {}, {}, {});
-  EXPECT_EQ(drawn, decoded(picture->Png(), drawn.format()));
-  const QImage dense = qt::IconOf(*picture).pixmap({48, 48}, 2.0).toImage();
-  EXPECT_EQ(dense, decoded(picture->PngAt2x(), dense.format()));
-}
-
-TEST_F(QtHostTest, AllTextsAreAccessibleAndALinkHasAPressAction) {
-  const auto document = NewWindow<Window1>();
-  document->SetOpenable(false);
-  auto* link = QAccessible::queryAccessibleInterface(&Child(*document, "StaticText4"));
-  EXPECT_EQ(link->role(), QAccessible::Link);
-  link->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-  EXPECT_EQ(host.urls, page);
-  NewWindow<UpdateWin>();
-  NewWindow<Window2>();
-  std::string texts;
-  for (int index = 0; const auto window = desktop::Window(index); ++index) {
-    for (const auto& control : window->Controls()) {
-      const auto name = control->Design().Name;
-      auto* told = QAccessible::queryAccessibleInterface(&Child(*window, name));
-      texts += told->text(QAccessible::Name).toStdString() + '|';
-      EXPECT_EQ(told->role() == QAccessible::Graphic, name == "Canvas1");
-    }
-  }
-  for (const auto* menu : Widget(*document).findChild<QMenuBar*>()->actions()) {
-    texts += menu->text().toStdString() + '|';
-    for (const auto* item : menu->menu()->actions()) {
-      texts += (item->text() + item->shortcut().toString() + '|').toStdString();
-    }
-  }
-  const std::string site = page.front();
-  EXPECT_EQ(texts,
-            site.substr(0, site.size() - 1) + '|' + std::string(endpoints::Mail) +
-                "|Ver. 1.20|I check the last making application version of documents made after "
-                "InDesign CS.|新しいバージョンが公開されています。|閉じる|最新版をダウンロード|"
-                "サイトを見に行く " +
-                site +
-                "|Vintraceのアイコン|閉じる|Vintrace CS|Adobe InDesign CS3|Macintosh Edition|"
-                "サブバージョン不明|ファイル名|製品のアイコン|" +
-                site +
-                "|該当バージョンで開く|ファイル|開くCtrl+O|終了Ctrl+Q|編集|コピーCtrl+C|"
-                "全てコピーCtrl+Alt+C|閉じるCtrl+W|全て閉じるCtrl+Alt+W|Update CheckCtrl+R||"
-                "Vintrace ...|");
+  const std::string hint = "ここに書類をドロップするか、メニューから開いてください。";
+  app->onOpen = [&] {
+    QTimer::singleShot(0, [&] {
+      EXPECT_TRUE(shows(hint));
+      EXPECT_FALSE(host.StandIn()->testAttribute(Qt::WA_ShowWithoutActivating));
+      host.HandOver(FolderItem("/<b>\n.indt"));
+      EXPECT_TRUE(shows("「<b>\uFFFD.indt」は書類ではないため、開きませんでした。"));
+      host.HandOver(FolderItem("/"));
+      host.HandOver(FolderItem("/c"));
+      EXPECT_TRUE(shows("「<b>\uFFFD.indt」ほか2件は書類ではないため、開きませんでした。"));
+      const auto document = NewWindow<Window1>();
+      EXPECT_EQ(host.StandIn(), nullptr);
+      desktop::YieldFocus();
+      document->Close();
+      EXPECT_TRUE(shows(hint));
+      EXPECT_TRUE(host.StandIn()->testAttribute(Qt::WA_ShowWithoutActivating));
+      desktop::Quit(0);
+    });
+  };
+  host.Run();
 }
 
 }  // namespace

@@ -86,7 +86,9 @@ void DocumentQueue::OpenNext() {
   const Entry next = documents_.front();
   documents_.pop_front();
   activation_ = next.activation;
+  const auto unshown = unshown_.size();
   Host::Current().Application().RaiseOpenDocument(next.document);
+  if (unshown_.size() == unshown) hooks_.leftAside(next.document);
   ContinueLater();
 }
 

@@ -28,6 +28,8 @@ class DocumentQueue {
     std::function<bool()> mayOpen;
     /// Called after a window came up, with the permission of its document's start.
     std::function<void(WindowWidget&, const Activation&)> cameUp;
+    /// Called after a document was handled without a window: it is none.
+    std::function<void(const FolderItem&)> leftAside;
     /// Called when no document is left.
     std::function<void()> ranOut;
   };

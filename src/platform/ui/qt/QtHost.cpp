@@ -21,6 +21,7 @@
 #include "platform/ui/Window.h"
 #include "platform/ui/qt/AskForFile.h"
 #include "platform/ui/qt/SystemBar.h"
+#include "platform/ui/qt/widgets/ControlWidgets.h"
 #include "platform/ui/qt/widgets/DisplayText.h"
 #include "platform/ui/qt/widgets/LeanStyle.h"
 #include "platform/ui/qt/widgets/MenuBarView.h"
@@ -96,6 +97,7 @@ QtHost::QtHost(char* argv[])
       queue_({.mayShow = [this] { return !quitting_ && modalDepth_ == 0; },
               .mayOpen = [this] { return !inputAfterWait_.IsDue(); },
               .cameUp = [this](auto& widget, const auto& by) { CameUp(widget, by); },
+              .leftAside = [this](const FolderItem& item) { leftAside_.push_back(item); },
               .ranOut = [this] { UpdateSystemBar(); }}) {
   qInstallMessageHandler(messageHandler_);
   QApplication::setStyle(new LeanStyle);
@@ -103,6 +105,7 @@ QtHost::QtHost(char* argv[])
   QApplication::setDesktopFileName("vintrace");
   QApplication::setQuitOnLastWindowClosed(false);
   qtApplication_.installEventFilter(eventFilter_.get());
+  InstallAccessibility();
 }
 
 QtHost::~QtHost() {
@@ -240,6 +243,7 @@ void QtHost::Start() {
 }
 
 void QtHost::CameUp(WindowWidget& widget, const Activation& activation) {
+  if (widget.Shown().MenuBar()) leftAside_.clear();
   if (activation) BringToFront(widget, activation);
   UpdateStayOnTop();
   KeepModalInFront();
@@ -259,7 +263,8 @@ void QtHost::UpdateSystemBar() {
         *menus_, [this](const FolderItem& document) { HandOver(document); },
         [this] { Quit(NormalEnd); });
   }
-  systemBar_->SetNeeded(!carried);
+  systemBar_->SetLeftAside(leftAside_);
+  systemBar_->SetNeeded(!carried, !std::exchange(yieldsFocus_, false));
 }
 
 MenuBarView* QtHost::Menus() {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 #include "platform/net/Network.h"
 #include "platform/ui/Host.h"
@@ -61,6 +62,7 @@ class QtHost : public Host {
   std::optional<FolderItem> AskForFile(const FileRequest& request) override;
   void SetClipboardText(const String& text) override;
   void ShowURL(const String& url) override;
+  void YieldFocus() override { yieldsFocus_ = true; }
   vintrace::Network& Network() override;
   void Run() override;
   void Quit(int exitStatus) override;
@@ -98,6 +100,8 @@ class QtHost : public Host {
   InputAfterWait inputAfterWait_;
   std::unordered_map<const Window*, WindowWidget*> widgets_;
   DocumentQueue queue_;
+  std::vector<FolderItem> leftAside_;  // What was handed over since the last document.
+  bool yieldsFocus_ = false;
   bool quitting_ = false;
   int modalDepth_ = 0;
   int exitStatus_ = 0;

@@ -11,12 +11,27 @@
 
 #include "platform/ui/qt/FileAddress.h"
 #include "platform/ui/qt/widgets/Centre.h"
+#include "platform/ui/qt/widgets/DisplayText.h"
 #include "platform/ui/qt/widgets/MenuBarView.h"
 
 namespace vintrace::qt {
 namespace {
 
 constexpr int Margin = 28;
+
+/// The line of text in the stand-in window.
+QString LineOn(const std::vector<FolderItem>& leftAside, const QFontMetrics& metrics) {
+  constexpr int WidestName = 200;  // Pixels.
+  if (leftAside.empty()) {
+    return QStringLiteral("ここに書類をドロップするか、メニューから開いてください。");
+  }
+  const String leaf = leftAside.front().Name();
+  const QString whole = DisplayText(leaf.empty() ? leftAside.front().NativePath() : leaf);
+  const QString name = metrics.elidedText(whole, Qt::ElideMiddle, WidestName);
+  const QString others =
+      leftAside.size() == 1 ? QString() : QStringLiteral("ほか%1件").arg(leftAside.size() - 1);
+  return QStringLiteral("「%1」%2は書類ではないため、開きませんでした。").arg(name, others);
+}
 
 class StandInWindow : public QWidget {
  public:
@@ -33,7 +48,12 @@ class StandInWindow : public QWidget {
     layout->setContentsMargins(Margin, Margin, Margin, Margin);
     layout->setMenuBar(view.MakeBar(this));
     layout->setSizeConstraint(QLayout::SetFixedSize);
-    layout->addWidget(new QLabel("ここに書類をドロップするか、メニューから開いてください。"));
+    line_->setTextFormat(Qt::PlainText);
+    layout->addWidget(line_);
+  }
+
+  void SetLeftAside(const std::vector<FolderItem>& items) {
+    line_->setText(LineOn(items, line_->fontMetrics()));
   }
 
  protected:
@@ -62,6 +82,7 @@ class StandInWindow : public QWidget {
     event.accept();
   }
 
+  QLabel* line_ = new QLabel(this);
   std::function<void(const FolderItem&)> dropped_;
   std::function<void()> quit_;
 };
@@ -73,12 +94,21 @@ class StandInBar : public SystemBar {
              std::function<void()> quit)
       : view_(view), dropped_(std::move(dropped)), quit_(std::move(quit)) {}
 
-  void SetNeeded(bool needed) override {
+  void SetNeeded(bool needed, bool takesFocus) override {
     if (needed == (StandIn() != nullptr)) return;
     if (!needed) return window_->hide();
-    if (!window_) window_ = std::make_unique<StandInWindow>(view_, dropped_, quit_);
+    if (!window_) {
+      window_ = std::make_unique<StandInWindow>(view_, dropped_, quit_);
+      window_->SetLeftAside(leftAside_);
+    }
     MoveToCentre(*window_);
+    window_->setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     window_->show();
+  }
+
+  void SetLeftAside(const std::vector<FolderItem>& items) override {
+    leftAside_ = items;
+    if (window_) window_->SetLeftAside(items);
   }
 
   QWidget* StandIn() const override {
@@ -89,6 +119,7 @@ class StandInBar : public SystemBar {
   MenuBarView& view_;
   std::function<void(const FolderItem&)> dropped_;
   std::function<void()> quit_;
+  std::vector<FolderItem> leftAside_;
   std::unique_ptr<StandInWindow> window_;
 };
 

@@ -10,7 +10,8 @@ namespace {
 class GlobalBar : public SystemBar {
  public:
   explicit GlobalBar(MenuBarView& view) : bar_(view.MakeBar(nullptr)) {}
-  void SetNeeded(bool /*needed*/) override {}
+  void SetNeeded(bool /*needed*/, bool /*takesFocus*/) override {}
+  void SetLeftAside(const std::vector<FolderItem>& /*items*/) override {}
   QWidget* StandIn() const override { return nullptr; }
 
  private:

@@ -22,7 +22,8 @@ namespace {
 
 void RefreshCommon(const RectControl& control, QWidget& widget) {
   widget.setVisible(control.Visible());
-  widget.setEnabled(control.Enabled());
+  // Assistive technology can press a hidden widget that is enabled.
+  widget.setEnabled(control.Enabled() && control.Visible());
 }
 
 void Prepare(const RectControl& control, QWidget& widget) {
@@ -44,13 +45,16 @@ class LabelView : public QLabel, public ControlView {
 
   /// A label that handles clicks is a link.
   bool IsLink() const { return static_cast<bool>(label_.MouseUp); }
+  /// False if another control covers the label.
+  bool IsReachable() const { return !testAttribute(Qt::WA_TransparentForMouseEvents); }
 
   /// Follows the link as a click does.
   void Press() {
-    if (label_.RaiseMouseDown()) label_.RaiseMouseUp();
+    if (IsReachable() && label_.RaiseMouseDown()) label_.RaiseMouseUp();
   }
 
   void SetCovered(bool covered) override {
+    setAttribute(Qt::WA_TransparentForMouseEvents, covered);
     setFocusPolicy(IsLink() && !covered ? Qt::TabFocus : Qt::NoFocus);
   }
 
@@ -194,7 +198,9 @@ class AccessibleLink : public QAccessibleWidget {
   explicit AccessibleLink(LabelView& view)
       : QAccessibleWidget(&view, QAccessible::Link), view_(view) {}
 
-  QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+  QStringList actionNames() const override {
+    return view_.IsReachable() ? QStringList{pressAction(), setFocusAction()} : QStringList();
+  }
 
   void doAction(const QString& name) override {
     if (name != pressAction()) return QAccessibleWidget::doAction(name);
@@ -205,12 +211,22 @@ class AccessibleLink : public QAccessibleWidget {
   LabelView& view_;
 };
 
+/// True for a window of the program's own class. Qt presents boxes, dialogs and menus itself.
+bool IsOwnWindow(const QObject& object) {
+  return object.metaObject() == &QWidget::staticMetaObject &&
+         static_cast<const QWidget&>(object).isWindow();
+}
+
 QAccessibleInterface* MakeAccessible(const QString& /*className*/, QObject* object) {
+  if (object == nullptr) return nullptr;
   auto* label = dynamic_cast<LabelView*>(object);
   if (label != nullptr && label->IsLink()) return new AccessibleLink(*label);
   auto* canvas = dynamic_cast<CanvasView*>(object);
   if (canvas != nullptr) return new QAccessibleWidget(canvas, QAccessible::Graphic);
-  return nullptr;
+  if (!IsOwnWindow(*object)) return nullptr;
+  auto* window = static_cast<QWidget*>(object);
+  return new QAccessibleWidget(
+      window, window->windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window);
 }
 
 class ViewMaker : public ControlVisitor {
@@ -228,9 +244,9 @@ class ViewMaker : public ControlVisitor {
 
 }  // namespace
 
+void InstallAccessibility() { QAccessible::installFactory(MakeAccessible); }
+
 ControlView* MakeView(RectControl& control, QWidget& parent) {
-  // Each application object drops the factory at its end. Installing it twice has no effect.
-  QAccessible::installFactory(MakeAccessible);
   ViewMaker maker(parent);
   control.Accept(maker);
   maker.made->Refresh();

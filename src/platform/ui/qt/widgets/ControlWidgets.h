@@ -19,6 +19,10 @@ class ControlView {
   virtual void SetCovered(bool /*covered*/) {}
 };
 
+/// Presents links, pictures and windows to assistive technology as what they are. To be called once
+/// for each application object of Qt.
+void InstallAccessibility();
+
 /// Makes the view of `control` as a child of `parent`, which owns it. The view raises the control's
 /// events. `control` must outlive it.
 ControlView* MakeView(RectControl& control, QWidget& parent);

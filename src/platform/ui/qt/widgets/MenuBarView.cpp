@@ -1,7 +1,10 @@
 #include "platform/ui/qt/widgets/MenuBarView.h"
 
 #include <QKeySequence>
+#include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
+#include <algorithm>
 
 #include "platform/ui/Commands.h"
 #include "platform/ui/Menu.h"
@@ -30,19 +33,24 @@ QString TextOf(const MenuItem& item) { return DisplayText(item.Text()).replace('
 
 }  // namespace
 
-MenuBarView::MenuBarView(const MenuBar& menuBar) {
-  for (const auto& menu : menuBar.Menus()) menus_.push_back(MenuOf(*menu));
+MenuBarView::MenuBarView(const MenuBar& menuBar) : menuBar_(menuBar) {
+  for (const auto& menu : menuBar.Menus()) {
+    for (const auto& item : menu->Items()) {
+      if (!item->IsSeparator()) MakeAction(*item);
+    }
+  }
   Refresh();
 }
-
-MenuBarView::~MenuBarView() = default;
 
 QMenuBar* MenuBarView::MakeBar(QWidget* window) {
   auto* bar = new QMenuBar(window);
   bar->setNativeMenuBar(window == nullptr);
   bar->setAccessibleName("メニューバー");
   bar->setFont(FontOf("Osaka", 12, false));
-  for (const auto& menu : menus_) bar->addMenu(menu.get());
+  for (const auto& menu : menuBar_.Menus()) AddMenu(*menu, *bar);
+  if (window != nullptr) {
+    new QShortcut(Qt::Key_F10, bar, [bar] { bar->setActiveAction(bar->actions().constFirst()); });
+  }
   return bar;
 }
 
@@ -58,28 +66,31 @@ void MenuBarView::Refresh() {
   }
 }
 
-std::unique_ptr<QMenu> MenuBarView::MenuOf(const MenuItem& menu) {
-  auto view = std::make_unique<QMenu>(TextOf(menu));
-  view->menuAction()->setMenuRole(RoleOf(menu));
-  connect(view.get(), &QMenu::aboutToShow, this, &MenuBarView::Refresh);
-  for (const auto& item : menu.Items()) {
-    if (item->IsSeparator()) {
-      view->addSeparator()->setMenuRole(QAction::NoRole);
-    } else {
-      views_.push_back({item.get(), ActionOf(*item, *view)});
-    }
-  }
-  return view;
-}
-
-QAction* MenuBarView::ActionOf(const MenuItem& item, QMenu& menu) {
-  QAction* action = menu.addAction(TextOf(item));
+void MenuBarView::MakeAction(const MenuItem& item) {
+  auto* action = new QAction(TextOf(item), this);
   action->setObjectName(DisplayText(item.Name()));
   action->setShortcut(KeysOf(item.KeyboardShortcut()));
   action->setAutoRepeat(false);  // Holding the keys is one command.
   action->setMenuRole(RoleOf(item));
   connect(action, &QAction::triggered, this, [this, &item] { Choose(item); });
-  return action;
+  views_.push_back({&item, action});
+}
+
+void MenuBarView::AddMenu(const MenuItem& menu, QMenuBar& bar) {
+  QMenu* view = bar.addMenu(TextOf(menu));
+  view->menuAction()->setMenuRole(RoleOf(menu));
+  connect(view, &QMenu::aboutToShow, this, &MenuBarView::Refresh);
+  for (const auto& item : menu.Items()) {
+    if (item->IsSeparator()) {
+      view->addSeparator()->setMenuRole(QAction::NoRole);
+    } else {
+      view->addAction(ActionOf(*item));
+    }
+  }
+}
+
+QAction* MenuBarView::ActionOf(const MenuItem& item) const {
+  return std::ranges::find(views_, &item, &View::item)->action;
 }
 
 void MenuBarView::Choose(const MenuItem& item) {

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <QAction>
-#include <QMenu>
 #include <QObject>
-#include <memory>
 #include <vector>
 
+class QMenu;
 class QMenuBar;
 
 namespace vintrace {
@@ -22,18 +21,15 @@ inline constexpr bool WindowsCarryTheBar = false;
 inline constexpr bool WindowsCarryTheBar = true;
 #endif
 
-/// The application's menu bar on the screen. All windows that carry it share its menus and
-/// shortcuts.
+/// The application's menu bar on the screen. Each window that carries it has menus of its own, with
+/// the same actions.
 class MenuBarView : public QObject {
  public:
   /// `menuBar` must outlive this object.
   explicit MenuBarView(const MenuBar& menuBar);
-  MenuBarView(const MenuBarView&) = delete;
-  MenuBarView& operator=(const MenuBarView&) = delete;
-  ~MenuBarView() override;
 
-  /// A bar with all menus, owned by its parent `window`. If that is null, the system's own bar,
-  /// owned by the caller.
+  /// A bar with all menus, owned by its parent `window`, where F10 opens the first menu. If that is
+  /// null, the system's own bar, owned by the caller.
   QMenuBar* MakeBar(QWidget* window);
   /// Makes the shortcuts work in a window that carries no bar.
   void AddShortcuts(QWidget& window) const;
@@ -47,11 +43,12 @@ class MenuBarView : public QObject {
     QAction* action;
   };
 
-  std::unique_ptr<QMenu> MenuOf(const MenuItem& menu);
-  QAction* ActionOf(const MenuItem& item, QMenu& menu);
+  void MakeAction(const MenuItem& item);
+  void AddMenu(const MenuItem& menu, QMenuBar& bar);
+  QAction* ActionOf(const MenuItem& item) const;
   void Choose(const MenuItem& item);
 
-  std::vector<std::unique_ptr<QMenu>> menus_;
+  const MenuBar& menuBar_;
   std::vector<View> views_;
 };
 
