@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "commands/open/Wine.h"
-#include "platform/files/BinaryStream.h"
 #include "platform/files/posix/UserFolders.h"
 #include "platform/process/posix/Process.h"
 #include "platform/text/Exceptions.h"
@@ -48,10 +47,12 @@ FolderItem WithoutDots(const FolderItem& item) {
 }
 
 /// Raises `RuntimeException` for a file that Wine would start to run and then refuse.
-void RequireWindowsProgram(const FolderItem& item) {
-  constexpr std::string_view Signature = "MZ";  // The first bytes of DOS and Windows executables.
-  auto stream = BinaryStream::Open(item, false);
-  if (stream.Read(Signature.size(), nullptr) != Signature) Refuse(item, "It is no Windows program");
+void RequireWindowsProgram(const FolderItem& item, const posix::ProcessEnvironment& environment) {
+  const auto processor = ProcessorOf(item);
+  if (!processor) Refuse(item, "It is no Windows program");
+  if (WineRuns(*processor, environment)) return;
+  Refuse(item, *processor == "i386" ? "It is a 32-bit program, and this Wine runs none (see wine32)"
+                                    : "This Wine runs no programs for " + String(*processor));
 }
 
 /// The environment for another program, without the folder of the bundled commands in PATH.
@@ -111,8 +112,9 @@ fs::path DefaultPrefix() {
 
 void LaunchWindowsProgram(const FolderItem& program, const FolderItem& document) {
   RequireFile(program);
-  RequireWindowsProgram(program);
   auto environment = EnvironmentForOthers();
+  RequireWindowsProgram(program, environment);
+  UseUTF8(environment);
   const auto own = OwnPrefix(program);
   if (!own.empty()) environment.Set("WINEPREFIX", own.native());
   const auto path = WindowsPath(document.NativePath(), own.empty() ? DefaultPrefix() : own);
