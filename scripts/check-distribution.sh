@@ -28,7 +28,7 @@ rm "$root.log"
 mount --types proc proc "$root/proc"
 mount --rbind --make-rslave /sys "$root/sys"
 mount --rbind --make-rslave /dev "$root/dev"
-cp /etc/resolv.conf "$root/etc/resolv.conf"
+cp /etc/hosts /etc/resolv.conf "$root/etc/"  # Which an installed system has.
 mkdir "$root/vintrace"
 (cd "$project" && git ls-files -z | xargs -0 tar --create) | tar --extract --directory "$root/vintrace"
 
