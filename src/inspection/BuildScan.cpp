@@ -1,17 +1,13 @@
 #include "inspection/BuildScan.h"
 
-#include <utility>
+#include <optional>
 
+#include "inspection/Blocks.h"
 #include "inspection/ByteString.h"
 #include "inspection/ReleaseTable.h"
-#include "platform/files/BinaryStream.h"
 
 namespace vintrace::inspection {
 namespace {
-
-constexpr std::uint64_t FirstBlockOffset = 40960;
-constexpr std::uint64_t BlockStride = 4096;
-constexpr std::size_t BlockSize = 6144;
 
 // Parts of the UTF-16 text 不明なユ: its first seven bytes in big-endian order, its last seven in
 // little-endian order.
@@ -32,25 +28,12 @@ std::string_view DelimiterLead(DocumentByteOrder order, std::string_view buildPr
 
 bool Holds(std::string_view block, std::string_view needle) { return InStrB(0, block, needle) > 0; }
 
-/// The first block for which `satisfies` is true, otherwise the block that reaches the end of the
-/// file.
-template <class Predicate>
-ScanBlock FinalBlock(const FolderItem& item, Predicate satisfies) {
-  BinaryStream stream = BinaryStream::Open(item, false);
-  for (std::uint64_t offset = FirstBlockOffset;; offset += BlockStride) {
-    stream.SetPosition(offset);
-    ScanBlock block = stream.Read(BlockSize, nullptr);
-    if (satisfies(block) || stream.EndOfFile()) return block;
-  }
-}
-
 std::string_view BuildField(const ScanResult& scan, const BuildPattern& pattern) {
   return NthFieldB(scan.block, pattern.BuildDelimiter, scan.count);
 }
 
-ScanResult ResultOf(ScanKind kind, ScanBlock block, const BuildPattern& pattern) {
-  const std::int64_t count = CountFieldsB(block, pattern.BuildDelimiter);
-  return {kind, std::move(block), count};
+ScanResult ResultOf(ScanKind kind, std::string_view block, const BuildPattern& pattern) {
+  return {kind, ScanBlock(block), CountFieldsB(block, pattern.BuildDelimiter)};
 }
 
 }  // namespace
@@ -62,23 +45,17 @@ BuildPattern PatternOf(DocumentByteOrder order, std::string_view buildPrefix) {
           .BuildDelimiter = String(DelimiterLead(order, buildPrefix)).append(buildPrefix)};
 }
 
-ScanResult MarkerScan(const FolderItem& item, const BuildPattern& pattern) {
-  ScanBlock block = FinalBlock(item, [&](std::string_view candidate) {
-    return Holds(candidate, pattern.BuildMarker) && Holds(candidate, pattern.BuildDelimiter);
-  });
-  return ResultOf(ScanKind::MarkerScan, std::move(block), pattern);
-}
-
-ScanResult DelimiterScan(const FolderItem& item, const BuildPattern& pattern) {
-  ScanBlock block = FinalBlock(
-      item, [&](std::string_view candidate) { return Holds(candidate, pattern.BuildDelimiter); });
-  return ResultOf(ScanKind::DelimiterScan, std::move(block), pattern);
-}
-
 ScanResult ScanForBuild(const FolderItem& item, const BuildPattern& pattern) {
-  ScanResult scan = MarkerScan(item, pattern);
-  const bool isWithoutDelimiter = scan.count == 1;
-  return isWithoutDelimiter ? DelimiterScan(item, pattern) : scan;
+  Blocks blocks(item, pattern.BuildDelimiter);
+  std::optional<ScanBlock> first;
+  while (true) {
+    const std::string_view block = blocks.Next();
+    const bool has = Holds(block, pattern.BuildDelimiter);
+    const bool isFound = has && (blocks.IsLast() || Holds(block, pattern.BuildMarker));
+    if (isFound || block.empty()) return ResultOf(ScanKind::MarkerScan, block, pattern);
+    if (!first) first = block;
+    if (!has) return ResultOf(ScanKind::DelimiterScan, *first, pattern);
+  }
 }
 
 String BuildText(const ScanResult& scan, const BuildPattern& pattern) {

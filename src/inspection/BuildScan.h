@@ -20,25 +20,23 @@ struct BuildPattern {
 
 BuildPattern PatternOf(DocumentByteOrder order, std::string_view buildPrefix);
 
-/// What a scan looks for: a block with the marker and the delimiter, or with the delimiter alone.
+/// How a block was found: by the marker and the delimiter, or by the delimiter alone.
 enum class ScanKind { MarkerScan, DelimiterScan };
 
-/// The bytes of one read, at most 6144.
+/// The bytes of a block of a document; see `Blocks`.
 using ScanBlock = String;
 
-/// The result of a scan.
+/// The result of the scan.
 struct ScanResult {
   ScanKind kind;
-  ScanBlock block;     ///< The last block read.
+  ScanBlock block;     ///< The block that was found.
   std::int64_t count;  ///< The number of fields between delimiters in `block`; 0 if it is empty.
 };
 
-/// Read the blocks of `item` from offset 40960 on until one has what the scan looks for, or the
-/// file ends. They hold one block at a time, and raise `IOException` if the file can't be read.
-ScanResult MarkerScan(const FolderItem& item, const BuildPattern& pattern);
-ScanResult DelimiterScan(const FolderItem& item, const BuildPattern& pattern);
-
-/// The `MarkerScan`; if that ended in a block without a delimiter, the `DelimiterScan`.
+/// The kind `MarkerScan` is the first block with marker and delimiter, otherwise the last block, if
+/// it has the delimiter or is empty. The kind `DelimiterScan` is the first block with the
+/// delimiter, otherwise the last block. Reads each byte at most once, holds at most 256 KB, and
+/// raises `IOException` if the file can't be read.
 ScanResult ScanForBuild(const FolderItem& item, const BuildPattern& pattern);
 
 /// The prefix, and 6 bytes after the block's last delimiter, or 7 if the seventh is a digit.

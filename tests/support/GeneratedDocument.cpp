@@ -9,11 +9,15 @@ constexpr std::size_t ByteOrderOffset = 24;
 constexpr std::size_t BlockSize = 6144;
 constexpr std::size_t BlockStride = 4096;
 
+/// Where the pieces end in which the scan reads a document, from the start of its body.
+constexpr std::size_t PieceEnds[] = {6144, 53248, 311296};
+
 class Generator {
  public:
   explicit Generator(std::string_view choices) : choices_(choices) {}
 
   std::string Next() {
+    isLong_ = OneIn(60);
     DocumentBuilder document(Size());
     const bool big = OneIn(3);
     if (big) document.BigEndian();
@@ -41,16 +45,17 @@ class Generator {
   }
   bool OneIn(std::size_t n) { return Between(1, n) == n; }
 
-  /// A size within the header or near a boundary of the body's blocks.
+  /// A size within the header, or near an end of the body's blocks or pieces.
   std::size_t Size() {
     if (OneIn(20)) return Between(0, 60);
     const std::size_t border = Border();
     return border - 3 + Between(0, 6);
   }
 
-  std::size_t Block() { return BodyStart + Between(0, 3) * BlockStride; }
+  std::size_t Block() { return BodyStart + Between(0, isLong_ ? 80 : 3) * BlockStride; }
   /// An offset at which a block begins or ends.
   std::size_t Border() {
+    if (isLong_ && OneIn(2)) return BodyStart + PieceEnds[Between(0, 2)];
     const std::size_t block = Block();
     return OneIn(2) ? block : block + BlockSize;
   }
@@ -88,6 +93,7 @@ class Generator {
   }
 
   std::string_view choices_;
+  bool isLong_ = false;  // A few documents have many blocks.
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "platform/files/Descriptor.h"
@@ -34,11 +35,19 @@ class BinaryStream {
   /// Up to `count` bytes from Position, which advances by their number. Fewer bytes, or none, mean
   /// the end of the file. `encoding`: none, as the bytes are returned unchanged.
   String Read(std::size_t count, std::nullptr_t encoding);
+  /// The same into `bytes`. Returns how many were read.
+  std::size_t Read(std::span<char> bytes);
+
+  /// The offset, from Position on, of the next byte that isn't in a hole of a sparse file, where all
+  /// bytes are zero; `Length` if there is none. Position if the system can't tell.
+  std::uint64_t NextData() const;
 
   /// Writes all of `bytes` after the bytes written before, the first ones at the file's start.
   /// After a failure, a part of them may be in the file.
   void Write(std::string_view bytes);
 
+  /// The size of the file when it was opened.
+  std::uint64_t Length() const { return sizeAtOpen_; }
   /// True if Position has reached the file's end: its present size, or its size when it was opened
   /// if that was smaller, so that a growing file has an end too.
   bool EndOfFile() const;

@@ -33,6 +33,8 @@ void RequireRegularFile(const struct stat& status, const FolderItem& item) {
   if (!S_ISREG(status.st_mode)) throw IOException(EINVAL, path + ": Not a regular file");
 }
 
+constexpr auto LastPosition = static_cast<std::uint64_t>(std::numeric_limits<off_t>::max());
+
 }  // namespace
 
 Descriptor::~Descriptor() {
@@ -65,12 +67,15 @@ BinaryStream BinaryStream::Create(const std::optional<FolderItem>& item, bool ov
 
 String BinaryStream::Read(std::size_t count, std::nullptr_t /*encoding*/) {
   String bytes(count, '\0');
+  bytes.resize(Read(bytes));
+  return bytes;
+}
+
+std::size_t BinaryStream::Read(std::span<char> bytes) {
   std::size_t filled = 0;
-  while (filled < count) {
-    if (position_ > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) {
-      RaiseIOException(EOVERFLOW, item_.NativePath());
-    }
-    const ssize_t got = pread(descriptor_.Number(), bytes.data() + filled, count - filled,
+  while (filled < bytes.size()) {
+    if (position_ > LastPosition) RaiseIOException(EOVERFLOW, item_.NativePath());
+    const ssize_t got = pread(descriptor_.Number(), bytes.data() + filled, bytes.size() - filled,
                               static_cast<off_t>(position_));
     if (got == 0) break;
     if (got < 0 && errno != EINTR) RaiseIOException(errno, item_.NativePath());
@@ -78,8 +83,15 @@ String BinaryStream::Read(std::size_t count, std::nullptr_t /*encoding*/) {
     filled += static_cast<std::size_t>(got);
     position_ += static_cast<std::uint64_t>(got);
   }
-  bytes.resize(filled);
-  return bytes;
+  return filled;
+}
+
+std::uint64_t BinaryStream::NextData() const {
+  if (position_ > LastPosition) return position_;
+  const off_t data = lseek(descriptor_.Number(), static_cast<off_t>(position_), SEEK_DATA);
+  const std::uint64_t end = std::max(position_, Length());
+  if (data >= 0) return std::min(static_cast<std::uint64_t>(data), end);
+  return errno == ENXIO ? end : position_;
 }
 
 void BinaryStream::Write(std::string_view bytes) {
