@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <initializer_list>
 #include <optional>
@@ -152,6 +153,12 @@ ExitStatus Run(std::span<char*> arguments) {
 
 }  // namespace
 }  // namespace vintrace
+
+/// Replaces the one of the GNU C++ library, which decodes the names of C++ types and is a quarter of
+/// the program otherwise.
+namespace __gnu_cxx {
+void __verbose_terminate_handler() { std::abort(); }
+}  // namespace __gnu_cxx
 
 int main(int argc, char* argv[]) {
   const std::span arguments(argv, static_cast<std::size_t>(argc));
