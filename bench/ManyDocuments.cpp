@@ -124,13 +124,15 @@ int OpenDocuments(char* argv[], int count) {
       desktop::Quit(0);
     });
   };
+  std::vector<FolderItem> documents;
+  for (int i = 0; i < count; ++i) {
+    documents.push_back(folder.File(
+        "document " + std::to_string(i) + ".indd",
+        DocumentBuilder(BodyStart + 500).Release(8).Saved(BodyStart, 1, "0.0.424").Bytes()));
+  }
   QTimer::singleShot(500, [&] {
     measurement.Start();
-    for (int i = 0; i < count; ++i) {
-      host.HandOver(folder.File(
-          "document " + std::to_string(i) + ".indd",
-          DocumentBuilder(BodyStart + 500).Release(8).Saved(BodyStart, 1, "0.0.424").Bytes()));
-    }
+    for (const FolderItem& document : documents) host.HandOver(document);
   });
   host.Run();
   return host.ExitStatus();

@@ -1,7 +1,6 @@
 #include "platform/ui/qt/DocumentQueue.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 #include <chrono>
 #include <utility>
 
@@ -11,6 +10,18 @@
 #include "platform/ui/qt/widgets/WindowWidget.h"
 
 namespace vintrace::qt {
+
+DocumentQueue::DocumentQueue(Hooks hooks) : hooks_(std::move(hooks)) {
+  constexpr std::chrono::milliseconds Patience(250);
+  patience_.setSingleShot(true);
+  patience_.setInterval(Patience);
+  QObject::connect(&patience_, &QTimer::timeout, [this] {
+    // Windows on another workspace aren't painted, so no further window is awaited.
+    if (awaitsPaint_) paintsWhenShown_ = false;
+    awaitsPaint_.clear();
+    Continue();
+  });
+}
 
 void DocumentQueue::Add(const FolderItem& document, const Activation& activation) {
   documents_.push_back({document, activation});
@@ -25,8 +36,7 @@ void DocumentQueue::Add(WindowWidget& window) {
 void DocumentQueue::OpenAtStart() {
   while (hooks_.mayShow() && !documents_.empty()) {
     OpenNext();
-    ShowWindows();
-    while (hooks_.mayShow() && IsAwaitingPaint()) {
+    while (hooks_.mayShow() && awaitsPaint_) {
       QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
                                       QEventLoop::WaitForMoreEvents);
     }
@@ -48,7 +58,7 @@ void DocumentQueue::Continue() {
   ShowWindows();
   if (!started_ || !hooks_.mayOpen()) return;
   if (documents_.empty()) return RunOut();
-  if (!IsAwaitingPaint()) OpenNext();
+  if (!awaitsPaint_) OpenNext();
 }
 
 void DocumentQueue::ShowWindows() {
@@ -58,12 +68,9 @@ void DocumentQueue::ShowWindows() {
 }
 
 void DocumentQueue::ShowAndAwaitPaint(WindowWidget& window) {
-  // Windows on another workspace aren't painted, so no further window is awaited after a timeout.
-  constexpr std::chrono::milliseconds Patience(250);
   if (paintsWhenShown_) {
     awaitsPaint_ = &window;
-    awaitsUntil_.setRemainingTime(Patience);
-    QTimer::singleShot(Patience, &context_, [this] { Continue(); });
+    patience_.start();
   }
   window.Content().WhenPainted([this, &window] {
     if (awaitsPaint_ == &window) awaitsPaint_.clear();
@@ -74,22 +81,18 @@ void DocumentQueue::ShowAndAwaitPaint(WindowWidget& window) {
   hooks_.cameUp(window, activation_);
 }
 
-bool DocumentQueue::IsAwaitingPaint() {
-  if (!awaitsPaint_) return false;
-  if (!awaitsUntil_.hasExpired()) return true;
-  awaitsPaint_.clear();
-  paintsWhenShown_ = false;
-  return false;
-}
-
 void DocumentQueue::OpenNext() {
   const Entry next = documents_.front();
   documents_.pop_front();
   activation_ = next.activation;
   const auto unshown = unshown_.size();
   Host::Current().Application().RaiseOpenDocument(next.document);
-  if (unshown_.size() == unshown) hooks_.leftAside(next.document);
-  ContinueLater();
+  if (unshown_.size() == unshown) {
+    hooks_.leftAside(next.document);
+    ContinueLater();
+  } else if (hooks_.mayShow()) {
+    ShowWindows();
+  }
 }
 
 void DocumentQueue::RunOut() {

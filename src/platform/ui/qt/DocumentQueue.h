@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 #include <deque>
 #include <functional>
 #include <vector>
@@ -34,7 +34,7 @@ class DocumentQueue {
     std::function<void()> ranOut;
   };
 
-  explicit DocumentQueue(Hooks hooks) : hooks_(std::move(hooks)) {}
+  explicit DocumentQueue(Hooks hooks);
 
   /// Adds a document, which the application's `OpenDocument` event will get.
   void Add(const FolderItem& document, const Activation& activation);
@@ -58,7 +58,6 @@ class DocumentQueue {
 
   void ShowWindows();
   void ShowAndAwaitPaint(WindowWidget& window);
-  bool IsAwaitingPaint();
   void OpenNext();
   void RunOut();
 
@@ -67,8 +66,8 @@ class DocumentQueue {
   std::deque<Entry> documents_;
   std::vector<QPointer<WindowWidget>> unshown_;
   Activation activation_;               // Of the document opened last.
-  QPointer<WindowWidget> awaitsPaint_;  // The next document waits for this window,
-  QDeadlineTimer awaitsUntil_;          // at most until then.
+  QPointer<WindowWidget> awaitsPaint_;  // The next document waits for this window.
+  QTimer patience_;                     // Ends that wait.
   bool paintsWhenShown_ = true;         // False if the last window wasn't painted in time.
   bool started_ = false;
 };

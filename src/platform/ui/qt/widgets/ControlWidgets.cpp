@@ -110,9 +110,11 @@ class LabelView : public QLabel, public ControlView {
   }
 
   void RefreshColor() {
-    const Color color = label_.TextColor();
+    const Color wanted = label_.TextColor();
+    const QColor color(wanted.red, wanted.green, wanted.blue);
+    if (palette().color(QPalette::WindowText) == color) return;
     QPalette colors = palette();
-    colors.setColor(QPalette::WindowText, QColor(color.red, color.green, color.blue));
+    colors.setColor(QPalette::WindowText, color);
     setPalette(colors);
   }
 

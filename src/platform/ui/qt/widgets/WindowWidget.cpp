@@ -125,6 +125,9 @@ void WindowWidget::FindCovered() {
 }
 
 void WindowWidget::ComeUp() {
+  // Otherwise the window would be created with another size and then resized, which takes several
+  // round trips to the X server.
+  layout()->activate();
   if (window_->Design().Placement == Placement::CentreOfMainScreen) MoveToCentre(*this);
   show();
 }
