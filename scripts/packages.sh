@@ -5,7 +5,7 @@
 # fuzz targets, the package checks and the code checks need besides.
 BUILD_PACKAGES=(cmake g++ libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-translations-l10n qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
 TEST_PACKAGES=(dbus-daemon fonts-ipafont-gothic fonts-takao-gothic fonts-vlgothic libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
-BENCH_PACKAGES=(curl libbenchmark-dev libssl-dev nginx-light strace time xvfb)
+BENCH_PACKAGES=(curl libbenchmark-dev libimage-exiftool-perl libssl-dev nginx-light strace time xvfb)
 FUZZ_PACKAGES=(clang libclang-rt-dev)
 PACKAGE_PACKAGES=(appstream desktop-file-utils dpkg-dev libfile-mimeinfo-perl libglib2.0-bin lintian openbox shared-mime-info x11-utils xdg-utils xdotool xvfb)
 CHECK_PACKAGES=(clang-format clang-tidy shellcheck)

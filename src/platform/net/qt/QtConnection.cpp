@@ -75,10 +75,11 @@ void QtConnection::Open(const String& host, std::int64_t port,
 
 // Called at the start too, so that an address or a name from the hosts file causes no delay.
 void QtConnection::AwaitAddresses() {
-  constexpr std::chrono::milliseconds BetweenLooks(5);
+  constexpr std::chrono::milliseconds LongestPause(16);
   const auto addresses = resolver_->Addresses();
   if (!addresses) {
-    QTimer::singleShot(BetweenLooks, &context_, [this] { AwaitAddresses(); });
+    QTimer::singleShot(pause_, &context_, [this] { AwaitAddresses(); });
+    pause_ = std::min(2 * pause_, LongestPause);
     return;
   }
   resolver_.reset();

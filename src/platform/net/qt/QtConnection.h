@@ -2,6 +2,7 @@
 
 #include <QSslSocket>
 #include <QTimer>
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -65,7 +66,8 @@ class QtConnection : public Connection {
   QObject context_;  // Cancels the scheduled calls when it is destroyed.
   bool isAnnounced_ = false;
   std::optional<HostResolver> resolver_;
-  std::deque<String> addresses_;  // Not tried yet.
+  std::chrono::milliseconds pause_{1};  // Before the resolver is asked again.
+  std::deque<String> addresses_;        // Not tried yet.
   quint16 port_ = 0;
   std::vector<Socket> attempts_;  // Still connecting.
   QTimer nextAttempt_;
