@@ -71,19 +71,17 @@ class QtHost::ModalScope {
 
 namespace {
 
-/// Handles Qt's messages while it starts: where Qt would abort, for example
-/// without a display, the program ends instead.
-void EndInsteadOfAbort(QtMsgType type, const QMessageLogContext& /*context*/,
-                       const QString& message) {
+/// Handles Qt's messages while it starts. Ends the program where Qt would abort.
+void EndInsteadOfAbort(QtMsgType type, const QMessageLogContext&, const QString& message) {
   std::fprintf(stderr, "vintrace: %s\n", qUtf8Printable(message));
   if (type != QtFatalMsg) return;
   std::fputs("vintrace: It can't show windows here. vintrace-inspect needs none.\n", stderr);
   std::_Exit(1);
 }
 
-/// Keeps an open modal window in front of windows that come up.
+/// Keeps an open modal window in front of windows that come up. If it stayed in front on the
+/// screen, no activation has updated the window list.
 void KeepModalInFront() {
-  // If it stayed in front on the screen, no activation has updated the window list.
   auto* modal = dynamic_cast<WindowWidget*>(QApplication::activeModalWidget());
   if (modal != nullptr) modal->Shown().Show();
 }
@@ -162,9 +160,8 @@ void QtHost::Changed(RectControl& control) {
 }
 
 void QtHost::Closed(Window& window) {
-  auto* widget = WidgetOf(window);
-  widgets_.erase(&window);
-  if (widget != nullptr) widget->Dismiss();
+  const auto closed = widgets_.extract(&window);
+  if (closed) closed.mapped()->Dismiss();
   RefreshMenus();
   UpdateStayOnTop();
   queue_.ContinueLater();
@@ -256,15 +253,13 @@ void QtHost::UpdateStayOnTop() {
 
 void QtHost::UpdateSystemBar() {
   if (Menus() == nullptr) return;
-  const bool carried = std::ranges::any_of(
-      widgets_, [](const auto& entry) { return entry.first->MenuBar() != nullptr; });
   if (!systemBar_) {
     systemBar_ = MakeSystemBar(
-        *menus_, [this](const FolderItem& document) { HandOver(document); },
-        [this] { Quit(NormalEnd); });
+        *menus_, [this](const auto& document) { HandOver(document); }, [this] { Quit(NormalEnd); });
   }
-  systemBar_->SetLeftAside(leftAside_);
-  systemBar_->SetNeeded(!carried, !std::exchange(yieldsFocus_, false));
+  const bool carried = std::ranges::any_of(
+      widgets_, [](const auto& entry) { return entry.first->MenuBar() != nullptr; });
+  systemBar_->SetNeeded(!carried, !std::exchange(yieldsFocus_, false), leftAside_);
 }
 
 MenuBarView* QtHost::Menus() {

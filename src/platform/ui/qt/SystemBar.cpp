@@ -94,21 +94,14 @@ class StandInBar : public SystemBar {
              std::function<void()> quit)
       : view_(view), dropped_(std::move(dropped)), quit_(std::move(quit)) {}
 
-  void SetNeeded(bool needed, bool takesFocus) override {
+  void SetNeeded(bool needed, bool takesFocus, const std::vector<FolderItem>& leftAside) override {
+    if (needed && !window_) window_ = std::make_unique<StandInWindow>(view_, dropped_, quit_);
+    if (needed) window_->SetLeftAside(leftAside);
     if (needed == (StandIn() != nullptr)) return;
     if (!needed) return window_->hide();
-    if (!window_) {
-      window_ = std::make_unique<StandInWindow>(view_, dropped_, quit_);
-      window_->SetLeftAside(leftAside_);
-    }
     MoveToCentre(*window_);
     window_->setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     window_->show();
-  }
-
-  void SetLeftAside(const std::vector<FolderItem>& items) override {
-    leftAside_ = items;
-    if (window_) window_->SetLeftAside(items);
   }
 
   QWidget* StandIn() const override {
@@ -119,7 +112,6 @@ class StandInBar : public SystemBar {
   MenuBarView& view_;
   std::function<void(const FolderItem&)> dropped_;
   std::function<void()> quit_;
-  std::vector<FolderItem> leftAside_;
   std::unique_ptr<StandInWindow> window_;
 };
 

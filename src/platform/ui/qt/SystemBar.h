@@ -20,10 +20,10 @@ class SystemBar {
   virtual ~SystemBar() = default;
 
   /// Shows the stand-in window if `needed`, that is while no open window carries the bar, and hides
-  /// it otherwise. `takesFocus`: whether it takes the focus when it comes up.
-  virtual void SetNeeded(bool needed, bool takesFocus) = 0;
-  /// Shows in the stand-in window which items were not opened because they are no documents.
-  virtual void SetLeftAside(const std::vector<FolderItem>& items) = 0;
+  /// it otherwise. `takesFocus`: whether it takes the focus when it comes up. `leftAside`: the
+  /// items of which it says that they are no documents.
+  virtual void SetNeeded(bool needed, bool takesFocus,
+                         const std::vector<FolderItem>& leftAside) = 0;
   /// The stand-in window; nil while none is on the screen.
   virtual QWidget* StandIn() const = 0;
 };

@@ -10,8 +10,7 @@ namespace {
 class GlobalBar : public SystemBar {
  public:
   explicit GlobalBar(MenuBarView& view) : bar_(view.MakeBar(nullptr)) {}
-  void SetNeeded(bool /*needed*/, bool /*takesFocus*/) override {}
-  void SetLeftAside(const std::vector<FolderItem>& /*items*/) override {}
+  void SetNeeded(bool, bool, const std::vector<FolderItem>&) override {}
   QWidget* StandIn() const override { return nullptr; }
 
  private:
