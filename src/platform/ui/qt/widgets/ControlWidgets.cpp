@@ -9,6 +9,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QStyleOptionButton>
 
 #include "platform/ui/Control.h"
 #include "platform/ui/Host.h"
@@ -152,6 +153,18 @@ class ButtonView : public QPushButton, public ControlView {
     setFont(FontOf(button_.Design().TextFont, button_.Design().TextSize, false));
     setText(DisplayText(button_.Caption()).replace('&', "&&"));
     setDefault(button_.Default());
+  }
+
+ protected:
+  /// Gives all buttons one palette, which is the same in every window. The style caches pictures of
+  /// buttons by the palette's number, which differs from window to window, and Qt never drops the
+  /// names of cached pictures.
+  void initStyleOption(QStyleOptionButton* option) const override {
+    static const QPalette shared = palette();
+    QPushButton::initStyleOption(option);
+    const auto group = option->palette.currentColorGroup();
+    option->palette = shared;
+    option->palette.setCurrentColorGroup(group);
   }
 
  private:
