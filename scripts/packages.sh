@@ -3,7 +3,7 @@
 
 # The packages for building and running the programs, and those that the tests, the benchmarks, the
 # fuzz targets, the package checks and the code checks need besides.
-BUILD_PACKAGES=(cmake g++ libxcb1-dev ninja-build pkg-config qt6-base-dev qt6-translations-l10n qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
+BUILD_PACKAGES=(cmake g++ libxcb1-dev ninja-build nlohmann-json3-dev pkg-config qt6-base-dev qt6-translations-l10n qt6-wayland fonts-ipaexfont-gothic libglib2.0-bin xdg-utils)
 TEST_PACKAGES=(dbus-daemon fonts-ipafont-gothic fonts-takao-gothic fonts-vlgothic libgtest-dev libssl-dev nginx-light openbox squid x11-utils xclip xdotool xvfb)
 BENCH_PACKAGES=(curl libbenchmark-dev libimage-exiftool-perl libssl-dev nginx-light strace time xvfb)
 FUZZ_PACKAGES=(clang libclang-rt-dev)
@@ -72,7 +72,7 @@ need_commands() {
 
 stop_for_needs() {
   stop "$1 is missing, and this system has no apt-get. Please install CMake 3.25, Ninja, a C++20 compiler," \
-    "Qt 6.4 with Widgets, a Japanese font and, except on macOS, libxcb and pkg-config. The tests also need" \
+    "Qt 6.4 with Widgets, nlohmann-json, a Japanese font and, except on macOS, libxcb and pkg-config. The tests also need" \
     "GoogleTest."
 }
 

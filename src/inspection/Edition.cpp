@@ -10,13 +10,13 @@ namespace {
 
 struct EditionRow {
   std::uint8_t value;
-  std::string_view text;
+  Edition edition;
 };
 
 constexpr std::array<EditionRow, 3> Editions{{
-    {0, "Macintosh Edition"},
-    {1, "Windows Edition"},
-    {3, "Windows Edition"},
+    {0, Edition::Macintosh},
+    {1, Edition::Windows},
+    {3, Edition::Windows},
 }};
 
 /// The field before the last delimiter; without a delimiter, the whole block.
@@ -35,11 +35,17 @@ std::string_view EditionByte(const ScanResult& scan, const BuildPattern& pattern
 
 }  // namespace
 
-String EditionText(const ScanResult& scan, const BuildPattern& pattern) {
+std::optional<Edition> EditionOf(const ScanResult& scan, const BuildPattern& pattern) {
   const std::string_view byte = EditionByte(scan, pattern);
   const auto row = std::ranges::find_if(
       Editions, [&](const EditionRow& each) { return TextEquals(byte, ChrB(each.value)); });
-  return String(row == Editions.end() ? UnknownText : row->text);
+  return row == Editions.end() ? std::nullopt : std::optional(row->edition);
+}
+
+String EditionText(const ScanResult& scan, const BuildPattern& pattern) {
+  const auto edition = EditionOf(scan, pattern);
+  if (!edition) return String(UnknownText);
+  return *edition == Edition::Macintosh ? "Macintosh Edition" : "Windows Edition";
 }
 
 }  // namespace vintrace::inspection

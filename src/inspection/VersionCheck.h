@@ -10,9 +10,14 @@ namespace vintrace::inspection {
 /// True if `name`, the leaf name of a file, ends with ".indd" in any case.
 bool IsDocumentName(std::string_view name);
 
-/// Inspects the document `item`, whatever its name and contents, and writes the results into
-/// `report`: its name and the item, then the release, the build and the edition. Raises
-/// `IOException` if the file can't be read; `report` keeps what was written before.
-void VersionCheck(const FolderItem& item, InspectionReport& report);
+/// Whether a file without the signature of InDesign documents is inspected.
+enum class Signature { Ignored, Required };
+
+/// Inspects the document `item`, whatever its name, and writes the results into `report`: its name
+/// and the item, then the release, the build and the edition. Raises `IOException` if the file
+/// can't be read, and `RuntimeException` if it lacks a required signature; `report` keeps what was
+/// written before.
+void VersionCheck(const FolderItem& item, InspectionReport& report,
+                  Signature signature = Signature::Ignored);
 
 }  // namespace vintrace::inspection
