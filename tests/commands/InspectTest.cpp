@@ -129,6 +129,19 @@ TEST_F(InspectTest, PrintsObjectsInNoLanguage) {
 )" + Good);
 }
 
+TEST_F(InspectTest, RealDocumentsGiveTheseObjects) {
+  if (std::string_view(VINTRACE_SAMPLES).empty()) GTEST_SKIP() << "there are no real documents";
+  EXPECT_EQ(
+      Run("cd '" VINTRACE_SAMPLES "'; vintrace-inspect --json *.indd; cd \"$OLDPWD\""),
+      R"({"path":"1.5.indd","name":"1.5.indd","product":null,"major":0,"minor":0,"byte_order":"little","edition":null,"build":null,"in_table":false}
+{"path":"2020.indd","name":"2020.indd","product":null,"major":15,"minor":1,"byte_order":"little","edition":null,"build":null,"in_table":false}
+{"path":"CC2015.indd","name":"CC2015.indd","product":"Adobe InDesign CC 2015","major":11,"minor":4,"byte_order":"little","edition":"macintosh","build":"11.4.1.102","in_table":true}
+{"path":"CS.indd","name":"CS.indd","product":"Adobe InDesign CS","major":3,"minor":0,"byte_order":"little","edition":"macintosh","build":"3.0.0.424","in_table":true}
+{"path":"CS2.indd","name":"CS2.indd","product":"Adobe InDesign CS2","major":4,"minor":0,"byte_order":"big","edition":"macintosh","build":"4.0.0.436","in_table":true}
+{"path":"CS6.indd","name":"CS6.indd","product":"Adobe InDesign CS6","major":8,"minor":1,"byte_order":"little","edition":"macintosh","build":"8.0.0.370","in_table":true}
+)" + Good);
+}
+
 TEST_F(InspectTest, AnInterruptEndsItWithWholeRows) {
   Document("a.indd");
   EXPECT_EQ(Run("yes a.indd | head -n 400000 | tr '\\n' '\\0' >list; "
