@@ -26,6 +26,7 @@ declare -A allowed=(
   [online]="text ui online/http resources"
   [shell]="text files ui inspection launch online resources"
   [commands/inspect]="text files inspection"
+  [commands/inspect/posix]="text"
   [commands/open]="text files files/posix process/posix"
   [main.cpp]="process/posix net/qt ui/qt resources shell"
 )

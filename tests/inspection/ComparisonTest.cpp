@@ -58,7 +58,7 @@ TEST(Comparison, HolesReadAsZeros) {
     std::ranges::generate(choices, [&] { return static_cast<char>(random()); });
     std::string bytes = GeneratedDocument(choices);
     std::ranges::replace(bytes, 'x', '\0');
-    // Far behind the others, and after a long hole.
+    // Far after the others, and after a long hole.
     if (i % 5 == 0) bytes += std::string((random() % 300) * 2048 + random() % 3, '\0');
     if (i % 10 == 0) bytes += "\x09\x40\x38.0.0.397" + std::string(random() % 8192, '\0');
     ASSERT_EQ(Inspect(SparseFile(folder, bytes)), InspectByReference(bytes)) << "document " << i;
