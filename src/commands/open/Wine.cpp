@@ -1,7 +1,7 @@
 #include "commands/open/Wine.h"
 
 #include <langinfo.h>
-#include <locale.h>
+#include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale
 #include <unistd.h>
 
 #include <algorithm>
@@ -64,7 +64,7 @@ bool IsRefused(const String& name) {
       (TextEquals(stem.substr(0, 3), "COM") || TextEquals(stem.substr(0, 3), "LPT"));
   return isDevice || isPort || (!isDots && (name.ends_with('.') || name.ends_with(' '))) ||
          std::ranges::any_of(name, [&](char c) {
-           return static_cast<unsigned char>(c) < ' ' || Refused.find(c) != Refused.npos;
+           return static_cast<unsigned char>(c) < ' ' || Refused.find(c) != std::string_view::npos;
          });
 }
 

@@ -38,8 +38,8 @@ class BinaryStream {
   /// The same into `bytes`. Returns how many were read.
   std::size_t Read(std::span<char> bytes);
 
-  /// The offset, from Position on, of the next byte that isn't in a hole of a sparse file, where all
-  /// bytes are zero; `Length` if there is none. Position if the system can't tell.
+  /// The offset, from Position on, of the next byte that isn't in a hole of a sparse file, where
+  /// all bytes are zero; `Length` if there is none. Position if the system can't tell.
   std::uint64_t NextData() const;
 
   /// Writes all of `bytes` after the bytes written before, the first ones at the file's start.
