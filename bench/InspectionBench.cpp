@@ -38,8 +38,7 @@ void BuildInTheFirstBlock(State& state) {
 }
 BENCHMARK(BuildInTheFirstBlock);
 
-/// Both scans read the whole `body`. The bytes processed count the document once, although each
-/// scan reads 1.5 times as many because blocks overlap.
+/// The scan reads the whole `body`.
 void NothingFound(State& state, const std::string& body) {
   const TemporaryFolder folder;
   const auto document = DocumentBuilder(BodyStart).Release(ReleaseCC).Put(BodyStart, body);

@@ -121,7 +121,7 @@ bench_holes() {
 
 # Real documents if their folder is given, otherwise those in examples/, which tell exiftool nothing.
 inspected_files() { "$inspect" "$folder"/files/*.indd; }
-exiftool_files() { exiftool "$folder"/files/*.indd; }
+exiftool_files() { exiftool "$folder"/files/*.indd || true; }  # Fails for early releases.
 bench_many_files() {
   heading "3,000 small documents through one process, against exiftool"
   local documents=("${VINTRACE_SAMPLES:-$project/examples}"/*.indd)
