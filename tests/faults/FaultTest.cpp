@@ -68,7 +68,12 @@ class Fault {
 // NOLINTEND(cppcoreguidelines-macro-usage,bugprone-macro-parentheses)
 
 // `open` has no mode without O_CREAT; then the parameter is arbitrary, and ignored.
-FAILING(int, open, (const char* path, int flags, mode_t mode), (path, flags, mode))
+extern "C" int __real_open(const char* path, int flags, mode_t mode);
+extern "C" int __wrap_open(const char* path, int flags, mode_t mode) {
+  const bool isDocument = std::string_view(path).ends_with(".indd");
+  EXPECT_TRUE(!isDocument || (flags & O_ACCMODE) == O_RDONLY) << "a document is opened for writing";
+  return Fails() ? -1 : __real_open(path, flags, mode);
+}
 FAILING(int, fstat, (int file, struct stat* status), (file, status))
 FAILING(int, stat, (const char* path, struct stat* status), (path, status))
 FAILING(int, mkdir, (const char* path, mode_t mode), (path, mode))

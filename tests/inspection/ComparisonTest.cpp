@@ -8,6 +8,7 @@
 #include <random>
 #include <set>
 
+#include "inspection/Blocks.h"
 #include "inspection/ByteString.h"
 #include "support/GeneratedDocument.h"
 #include "support/RecordingReport.h"
@@ -63,6 +64,20 @@ TEST(Comparison, HolesReadAsZeros) {
     if (i % 10 == 0) bytes += "\x09\x40\x38.0.0.397" + std::string(random() % 8192, '\0');
     ASSERT_EQ(Inspect(SparseFile(folder, bytes)), InspectByReference(bytes)) << "document " << i;
   }
+}
+
+TEST(Comparison, ADocumentThatGrowsEndsWhereItDidAndOneThatShrinksWhereItDoes) {
+  constexpr std::string_view Delimiter = "\x09\x40\x38.";
+  const TemporaryFolder folder;
+  const FolderItem file = folder.File("a.indd", std::string(40960 + 7000, 'x'));
+  inspection::Blocks growing(file, Delimiter);
+  std::ofstream(file.NativePath(), std::ios::app) << std::string(300'000, 'y') << Delimiter;
+  EXPECT_EQ(growing.Next(), std::string(7000 - 4096, 'x'));
+  EXPECT_TRUE(growing.IsLast());
+  inspection::Blocks shrinking(file, Delimiter);
+  std::filesystem::resize_file(file.NativePath(), 40960 + 10);
+  EXPECT_EQ(shrinking.Next(), std::string(10, 'x'));
+  EXPECT_TRUE(shrinking.IsLast());
 }
 
 TEST(Comparison, TheSearchFindsWhatThePlainOneFinds) {

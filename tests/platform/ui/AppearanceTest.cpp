@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QFontDatabase>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPushButton>
 #include <map>
 
@@ -120,6 +121,24 @@ TEST_F(AppearanceTest, AssistiveTechnologySeesAndPressesWhatTheUserDoes) {
   other->SetOpenable(false);
   link->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_EQ(host.urls, page);
+}
+
+TEST_F(AppearanceTest, WindowsHaveTheirSizesAndTextsCanBeRead) {
+  const std::tuple<std::shared_ptr<Window>, QSize, QSize, QSize> rows[] = {
+      {NewWindow<Window1>(), {280, 150}, {280, 150}, {280, 150}},
+      {NewWindow<UpdateWin>(), {337, 115}, {64, 64}, {32000, 32000}},
+      {NewWindow<Window2>(), {460, 300}, {460, 300}, {460, 300}},
+  };
+  for (const auto& [window, size, least, most] : rows) {
+    const QWidget& widget = Widget(*window);
+    const QSize bar(0, window->MenuBar() ? widget.findChild<QMenuBar*>()->height() : 0);
+    EXPECT_EQ(widget.size() - bar, size);
+    EXPECT_EQ(widget.minimumSize() - bar, least);
+    EXPECT_EQ(widget.maximumSize() - bar, most);
+    for (const auto* label : widget.findChildren<QLabel*>()) {
+      EXPECT_GE(label->font().pixelSize(), 10) << label->text().toStdString();
+    }
+  }
 }
 
 /// Shows the controls of `window` in another font, those in Osaka only in a Japanese one, and
