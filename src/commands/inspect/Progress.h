@@ -5,7 +5,7 @@
 
 namespace vintrace::inspect {
 
-/// A line on standard error with the number of documents and their rate, which the destructor
+/// A line on standard error with the number of files and their rate, which the destructor
 /// removes. Shown only after two seconds, and if standard error is a terminal and standard output,
 /// whose rows would run into it, is none.
 class Progress {
@@ -15,9 +15,9 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
   ~Progress() { Clear(); }
 
-  /// Counts a document.
+  /// Counts a file.
   void Count();
-  /// Removes the line, until the next document.
+  /// Removes the line, until the next file.
   void Clear();
 
  private:

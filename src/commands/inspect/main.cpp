@@ -43,6 +43,8 @@ ExitStatus OutputLost(int error) {
 /// complete row, and has no more bytes than a pipe accepts atomically, unless a row is longer.
 class RowPrinter {
  public:
+  RowPrinter() { std::setvbuf(stdout, nullptr, _IOFBF, AtATime); }
+
   /// Returns like `Print`.
   bool operator()(std::string_view row) {
     if (waiting_ + row.size() > AtATime) {
@@ -54,7 +56,7 @@ class RowPrinter {
   }
 
  private:
-  // PIPE_BUF on Linux, and the size of stdio's buffer.
+  // PIPE_BUF on Linux.
   static constexpr std::size_t AtATime = 4096;
 
   std::size_t waiting_ = 0;

@@ -15,6 +15,12 @@ bool IsNamedLikeADocument(std::string_view name) {
   return TextEndsWith(name, ".indd") || TextEndsWith(name, ".indt");
 }
 
+/// Temporary files come and go in folders in use.
+bool HasVanished(const FTSENT& entry) {
+  return entry.fts_errno == ENOENT && entry.fts_level > FTS_ROOTLEVEL &&
+         !IsNamedLikeADocument(entry.fts_name);
+}
+
 /// One entry of a walk. False to end the visit.
 bool VisitEntry(const FTSENT& entry, const PathVisitor& visitor) {
   const String path = entry.fts_path;
@@ -29,6 +35,7 @@ bool VisitEntry(const FTSENT& entry, const PathVisitor& visitor) {
     case FTS_DNR:
     case FTS_ERR:
     case FTS_NS:
+      if (HasVanished(entry)) return true;
       visitor.problem(path, std::strerror(entry.fts_errno));
       return true;
     case FTS_SL:
@@ -71,16 +78,18 @@ void VisitList(const String& list, bool recursive, const PathVisitor& visitor) {
                                                    std::fclose);
   char* text = nullptr;
   std::size_t size = 0;
-  bool goesOn = file != nullptr;
-  while (goesOn) {
+  int error = file ? 0 : errno;
+  while (error == 0) {
     errno = 0;
     const ssize_t length = getdelim(&text, &size, '\0', file.get());
-    if (length < 0) break;
-    goesOn = Visit(text, recursive, visitor);
+    // After an error, the text is a part of a path.
+    if (length < 0 || std::ferror(file.get()) != 0) {
+      error = errno;
+      break;
+    }
+    if (!Visit(text, recursive, visitor)) break;
   }
-  if (!file || (goesOn && errno != 0)) {
-    visitor.problem(isInput ? "standard input" : list, std::strerror(errno));
-  }
+  if (error != 0) visitor.problem(isInput ? "standard input" : list, std::strerror(error));
   std::free(text);
 }
 

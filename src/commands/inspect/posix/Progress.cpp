@@ -26,7 +26,7 @@ void Progress::Count() {
   if (now < next_) return;
   next_ = now + BetweenUpdates;
   const std::chrono::duration<double> elapsed = now - start_;
-  std::fprintf(stderr, "\r\x1B[K%lld documents, %.0f a second", static_cast<long long>(documents_),
+  std::fprintf(stderr, "\r\x1B[K%lld files, %.0f a second", static_cast<long long>(documents_),
                static_cast<double>(documents_) / elapsed.count());
   isShown_ = true;
 }
